@@ -1,0 +1,47 @@
+#pragma once
+
+#include "CAxisBand.h"
+#include "CVoxelLattice.h"
+#include "bVolumeGrid.h"
+
+#include <array>
+#include <functional>
+#include <vector>
+
+/// A grid of amounts. Margins, subdivision and averaging are noted, not carried out: the values are computed plane by plane when they are
+/// asked for, so that a refined grid takes hardly more memory than the volume that it was made of. Values below 0 count as 0.
+class fVolumeGrid : public bVolumeGrid
+{
+public:
+    fVolumeGrid();
+    ~fVolumeGrid() override;
+
+    /// Makes the grid of a volume's voxels and the lattice found for them.
+    void assign(const CVoxelLattice& objLattice, const QVector<C3DVolume::Voxel>& vecVoxels);
+    /// Adds a margin of empty cells on every side. False, with the grid as it was, if it would have too many cells.
+    bool paddingVoxels(unsigned long nMargin);
+    /// Splits every cell into n x n x n parts. Amounts are densities: a part has 1 / n^3 of what trilinear interpolation between the
+    /// cells' centres gives at its own centre. False, with the grid as it was, for n of 0 or too many cells.
+    bool subdivide(unsigned long nParts);
+    /// Replaces every cell by the mean of its 3 x 3 x 3 neighbourhood, as often as said. Outside the grid there are zeros.
+    void average(long nPasses);
+    /// Brings the grid up to date: cells below the minimum become 0. For a minimum of 0 there is nothing to compute, since no cell is below
+    /// it.
+    void update(double fMinimum);
+    /// Cells for which the predicate on their centre is false become 0.
+    void clearWhere(const std::function<bool(long nX, long nY, long nZ, double fValue)>& fnClear);
+
+    /// The amount in a cell.
+    double value(long nX, long nY, long nZ) const;
+    /// The sum of the amounts that the grid was made of.
+    double sourceTotal() const { return m_fSourceTotal; }
+    const CAxisBand& band(int nAxis) const { return m_abandAxes[static_cast<std::size_t>(nAxis)]; }
+    /// The amounts as they were made or last computed, x fastest, then y, then z: what the bands work on.
+    const std::vector<float>& source() const { return m_vecSource; }
+
+private:
+    std::vector<float> m_vecSource;
+    std::array<CAxisBand, 3> m_abandAxes;
+    double m_fScale = 1.0; ///< every amount is multiplied by this: what subdivision takes off
+    double m_fSourceTotal = 0.0;
+};
