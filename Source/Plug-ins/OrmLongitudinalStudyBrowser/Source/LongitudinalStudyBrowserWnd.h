@@ -26,6 +26,7 @@ class QResizeEvent;
 struct SAnalysisBase;
 struct SNOVAAnalysis;
 struct SSOLAAnalysis;
+struct sAnalysisBase;
 
 /// The tool's only window: sequences and saved results on the left, the comparative view and the plots on the right.
 /// Owns the view and the plot. The records of the loaded results belong to the view; the window reaches them through it.
@@ -151,6 +152,11 @@ private:
 
     // ---- Saved results and load flow: LongitudinalStudyBrowserWnd_LoadFlow.cpp -----------------------------------
     void updateSavedResult(QString strSequenceID, QString strKind);
+    void removeVanishedResults(const QString& strSequenceID);
+    void loadSelectedResults(QString& strSelectedResult);
+    void finishLoading();
+    void reportLoadFailure(const QString& strText);
+    void takeOverLoadedResult(const QString& strKey, const QString& strResult);
 
     // ---- Result documents: LongitudinalStudyBrowserWnd_SOLAReader.cpp, _NOVAReader.cpp ---------------------------
     bool loadSOLAAnalysisDataFromXML(QString strPath);
@@ -162,6 +168,11 @@ private:
     void updateSOLAAnalysisParameters(SSOLAAnalysis* pAnalysis);
     void updateNOVAAnalysisParameters(SNOVAAnalysis* pAnalysis);
     void applyQuantification(QString strSequenceID, QString strResult, SAnalysisBase* pAnalysis);
+    bool isOfSelectedSequence(const SAnalysisBase* pAnalysis) const;
+    void tellStep(const QString& strProgress, int nStep, const QString& strHint);
+    void refineSourceVolume(SAnalysisBase& objAnalysis);
+    void handOver(const SAnalysisBase& objAnalysis, const QStringList& lstNames, const QString& strStartKey, sAnalysisBase& objRecord);
+    void showInView(SAnalysisBase& objAnalysis, const QString& strResult, const QString& strFirstName);
 
     // ---- Colour scale: LongitudinalStudyBrowserWnd_ColorScale.cpp ------------------------------------------------
     void UpdateSlider(bool bReset);
