@@ -6,7 +6,7 @@
 #include <QRgb>
 #include <QSharedDataPointer>
 
-class COrmPaletteData;
+class COrmPaletteTable;
 
 /// A colour table with the data range that it spans. A copy is a full, independent palette; the table itself is
 /// shared until one of the two changes.
@@ -65,5 +65,8 @@ public:
     static quint64 changeCount();
 
 private:
-    QSharedDataPointer<COrmPaletteData> m_pData;
+    OrmColorScale::SRange m_sRange;                ///< data range, linear or logarithmic
+    int m_nReversed = 0;                           ///< as it was given
+    int m_nLogScale = 0;                           ///< as it was given
+    QSharedDataPointer<COrmPaletteTable> m_pTable; ///< the colours; never null
 };
