@@ -171,7 +171,7 @@ private:
     bool isOfSelectedSequence(const SAnalysisBase* pAnalysis) const;
     void tellStep(const QString& strProgress, int nStep, const QString& strHint);
     void refineSourceVolume(SAnalysisBase& objAnalysis);
-    void handOver(const SAnalysisBase& objAnalysis, const QStringList& lstNames, const QString& strStartKey, sAnalysisBase& objRecord);
+    void fillRecord(const SAnalysisBase& objAnalysis, const QStringList& lstNames, const QString& strStartKey, sAnalysisBase& objRecord);
     void showInView(SAnalysisBase& objAnalysis, const QString& strResult, const QString& strFirstName);
 
     // ---- Colour scale: LongitudinalStudyBrowserWnd_ColorScale.cpp ------------------------------------------------
