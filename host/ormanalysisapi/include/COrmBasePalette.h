@@ -49,7 +49,7 @@ public:
     /// Registered surfaces are written by no analysis of this host: false, and a line in the log.
     bool ReadRegisteredSurface(CPLResultXMLWrapper& wrapper, SAnalysisBase* pAnalysis);
 
-    /// Shows the user what the palette is doing; the text also goes to the log. Nothing happens where it is shown already.
+    /// Shows the user what the palette is doing; the text also goes to the log, as often as it is set.
     void setStatusHint(const QString& strHint);
     /// Takes the hint away.
     void cleanupStatusHint();
@@ -62,7 +62,7 @@ public:
     static void unlockAskSavingResults(int nPermits);
 
 signals:
-    /// The hint to show, an empty text to show none. Emitted for changes only.
+    /// The hint to show, an empty text to show none. Emitted each time a hint is set or taken away.
     void statusHintChanged(const QString& strHint);
 
 protected:

@@ -5,6 +5,7 @@
 
 #include <QFontMetrics>
 #include <QOpenGLWidget>
+#include <QPointer>
 
 #include <memory>
 
@@ -78,12 +79,24 @@ protected:
     int m_nTextHeight = 0;                  ///< reserved for a line of text above a tile, pixels
 
 private:
-    bool frameIsStale(quint64 nPaletteChanges, int nTileWidth, int nTileHeight) const;
+    /// What a frame is drawn from and may change itself.
+    struct SFrameInputs
+    {
+        quint64 nPaletteChanges;
+        int nTileWidth;
+        int nTileHeight;
+        bool operator!=(const SFrameInputs& objOther) const
+        {
+            return nPaletteChanges != objOther.nPaletteChanges || nTileWidth != objOther.nTileWidth || nTileHeight != objOther.nTileHeight;
+        }
+    };
+    SFrameInputs frameInputs() const;
     void dropText();
 
     std::unique_ptr<QFontMetrics> m_pOwnedFontMetrics;
     std::unique_ptr<CSOLATextCache> m_pText; ///< made by the first text
-    QLabel* m_pNotice = nullptr;             ///< child of the parent; null where there is OpenGL
+    bool m_bUsable = true;                   ///< there is OpenGL to draw with
+    QPointer<QLabel> m_pNotice;              ///< child of the parent; null where there is OpenGL
     quint64 m_nFrames = 0;                   ///< painted to the screen so far
     bool m_bStale = false;                   ///< the last frame asked for another one
 };

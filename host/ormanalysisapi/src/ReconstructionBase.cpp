@@ -1,0 +1,5 @@
+#include "ReconstructionBase.h"
+
+ReconstructionBase::ReconstructionBase(QObject* pParent) : QObject(pParent) {}
+
+ReconstructionBase::~ReconstructionBase() = default;
