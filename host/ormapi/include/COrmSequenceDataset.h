@@ -1,11 +1,11 @@
 #pragma once
 
+#include "COrmDataset.h"
 #include "SSequenceFacts.h"
 
 #include <QList>
 #include <QObject>
-
-class COrmDataset;
+#include <QPointer>
 
 /// One image sequence that is open in the host: an object of this class is an open sequence from its construction until
 /// markClosed() or its destruction. Lives on the window's thread.
@@ -43,9 +43,9 @@ public:
     /// What a refresh changed.
     struct SChanges
     {
-        bool m_bSequence = false;         ///< anything of the sequence
-        QList<COrmDataset*> m_lstChanged; ///< images whose information changed, and images that are new
-        QList<COrmDataset*> m_lstRemoved; ///< images that are gone; the caller deletes them
+        bool m_bSequence = false;                  ///< anything of the sequence
+        QList<QPointer<COrmDataset>> m_lstChanged; ///< images whose information changed, and images that are new
+        QList<QPointer<COrmDataset>> m_lstRemoved; ///< images that are gone; the caller deletes them
     };
     /// Takes over what was read again of the same sequence.
     SChanges update(const SSequenceFacts& sFacts);

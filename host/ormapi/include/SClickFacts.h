@@ -28,7 +28,7 @@ struct SClickFacts
 namespace OrmClickFacts
 {
 /// The facts of a click information file that was loaded; number and folder are left empty.
-SClickFacts fromClickInfo(CPLClickInfo& objInfo);
+SClickFacts fromClickInfo(const CPLClickInfo& objInfo);
 /// Sections "structure image", "reference image" and "photographic image" are all there.
 bool hasStructuredLight(const SClickFacts& sClick);
 /// A "luminescent image" whose subtype is "fluorescent", ignoring case.

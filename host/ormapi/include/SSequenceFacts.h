@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <functional>
 
 /// What the host keeps of one sequence folder. Plain values, so that a folder can be read on another thread than the window's.
 struct SSequenceFacts
@@ -39,5 +40,6 @@ bool isTransIllumination(const SSequenceFacts& sSequence);
 /// Reads the sequence that @p strSequenceFile describes, its clicks and the number of its saved results.
 /// Returns an empty text, or one sentence that says why the sequence cannot be opened: the file cannot be read,
 /// it names no sequence, or not one of its clicks can be read. Opens regular files only; safe on any thread.
-QString read(const QString& strSequenceFile, SSequenceFacts& sSequence);
+/// @p fnGoOn, when given, is asked at each click; when it says false, reading ends early with a sentence that says so.
+QString read(const QString& strSequenceFile, SSequenceFacts& sSequence, const std::function<bool()>& fnGoOn = std::function<bool()>());
 } // namespace OrmSequenceFacts
