@@ -4,7 +4,8 @@
 #include <QObject>
 #include <QString>
 
-/// Tells what COrmProcess was told: one signal for each call, in call order, whether or not the call changed anything.
+/// Tells what COrmProcess was told, and COrmUtilityFns about the cursor: one signal for each call, in call order, whether or not the
+/// call changed anything.
 class COrmProcessNotifier : public QObject
 {
     Q_OBJECT
@@ -21,6 +22,12 @@ signals:
     void ended(int nType);
     /// disableUserInteraction().
     void userInteractionDisabled(bool bDisabled);
+    /// setProcessTitle().
+    void titled(QString strTitle);
+    /// COrmUtilityFns::setCursor() with the cursor's shape (Qt::CursorShape).
+    void cursorSet(int nShape);
+    /// COrmUtilityFns::restoreCursor().
+    void cursorRestored();
 };
 
 #endif

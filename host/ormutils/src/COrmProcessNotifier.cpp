@@ -1,0 +1,3 @@
+#include "COrmProcessNotifier.h"
+
+COrmProcessNotifier::COrmProcessNotifier(QObject* pParent) : QObject(pParent) {}

@@ -1,0 +1,3 @@
+#include "COrmSignalHandler.h"
+
+COrmSignalHandler::COrmSignalHandler(QObject* pParent) : QObject(pParent) {}

@@ -1,0 +1,55 @@
+#include "COrmUtilityFns.h"
+
+#include "COrmProcess.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QtEndian>
+
+namespace
+{
+int g_nCursorsSet = 0; ///< cursors of setCursor() that restoreCursor() did not take away yet
+}
+
+QString COrmUtilityFns::getAppName()
+{
+    return QStringLiteral("Ormelle");
+}
+
+void COrmUtilityFns::setCursor(const QCursor& objCursor)
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return;
+    QApplication::setOverrideCursor(objCursor);
+    ++g_nCursorsSet;
+    emit COrmProcess::notifier()->cursorSet(objCursor.shape());
+}
+
+void COrmUtilityFns::restoreCursor()
+{
+    emit COrmProcess::notifier()->cursorRestored();
+    if (g_nCursorsSet == 0)
+        return;
+    --g_nCursorsSet;
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()) && QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+}
+
+QFont getMACDefaultFont()
+{
+    return QApplication::font();
+}
+
+void updateComboWidget(QComboBox* pCombo, QString strText)
+{
+    if (!pCombo)
+        return;
+    const int nIndex = pCombo->findText(strText, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (nIndex >= 0)
+        pCombo->setCurrentIndex(nIndex);
+}
+
+bool IsLittleEndian()
+{
+    return Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+}
