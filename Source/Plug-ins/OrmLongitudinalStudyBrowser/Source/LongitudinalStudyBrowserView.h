@@ -5,13 +5,29 @@
 #include "CSOLAView.h"
 #include "Coord3d.h"
 
+#include <QColor>
+#include <QFont>
 #include <QImage>
 #include <QList>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
 class QAction;
 class QMenu;
+
+/// One record of a selection pass.
+struct HitSet
+{
+    long nName;
+    float fNear; ///< 0 to 2
+    float fFar;
+    bool operator<(const HitSet& objOther) const { return fNear < objOther.fNear; }
+};
+
+/// Reads the records of a selection pass. Without sorting @p pList gets all names in the order of the records; with it the deepest
+/// hit first and no name 0. True if there is a name.
+bool processHits(int nHits, unsigned int* pBuffer, QList<long>* pList, bool bSort);
 
 /// The comparative view: every loaded result is one tile of a grid, with its name above it, all at one scale, turned by one rotation,
 /// under one colour scale for each kind; a strip at the right holds a colour bar for each kind that is loaded.
@@ -127,13 +143,37 @@ protected:
     // ---- Results and their drawing: LongitudinalStudyBrowserView_Rendering.cpp --------------------------------------------------
     void renderAnalysisResult();
     void updateCommonBox();
-    void renderResult(sAnalysisBase& objResult, const float* pSurfaceColor);
+    void renderResult(sAnalysisBase& objResult, float* pSurfaceColor);
     void renderFrames(const sAnalysisBase& objResult);
     void renderMeasuringRectangle(const sAnalysisBase& objResult);
 
     // ---- Colour ranges and bars: LongitudinalStudyBrowserView_ColorBars.cpp -----------------------------------------------------
+    struct SBar
+    {
+        COrmPalette* pPalette;
+        QString strUnit;
+        QString strTitle;
+    };
+    struct SBarLook
+    {
+        QFont fontTitle;
+        QFont fontUnit;
+        int nTitleHeight; ///< pixels
+        QColor clrText;
+    };
     void renderColorBar();
     void updateBarPalettes();
+    /// Draws a bar with its texts. The viewport is in window pixels, the box and the bar have their own heights.
+    void renderBar(const SBar& objBar, const SBarLook& objLook, const QRect& rectViewport, int nBoxHeight, int nBarHeight);
+
+    // ---- Pointer and measuring tool: LongitudinalStudyBrowserView_Picking.cpp ---------------------------------------------------
+    /// Marks the corners of the active result's measuring rectangle, or names them 301 to 304 in a selection pass.
+    void drawMeasurePoints(unsigned int nMode);
+    /// The name of the corner under the pointer; 0 for none.
+    long doSelection(QMouseEvent* pEvent);
+    /// Finds the tile under the pointer and what follows from it.
+    void hover(QMouseEvent* pEvent);
+    void forgetActiveResult();
 
     bool m_bUseCustomRange = false;           ///< the next update of the ranges takes the custom one; for one frame
     int m_nContextResult = -1;                ///< result on which the context menu was opened; -1: none
