@@ -1,0 +1,181 @@
+#include "CompareOptions.h"
+
+#include <QCommandLineParser>
+
+#include <charconv>
+#include <cmath>
+
+namespace
+{
+constexpr int kMinPixels = 50;
+constexpr int kMaxPixels = 8000;
+constexpr int kMaxFrames = 100000;
+
+const QStringList& units()
+{
+    static const QStringList lstUnits = {QStringLiteral("photons/sec"), QStringLiteral("cells"),
+                                         QString::fromUtf8("pmol M-\u00b9 cm-\u00b9"), QStringLiteral("pmol")};
+    return lstUnits;
+}
+
+void setUp(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Loads the saved results of a study into the Longitudinal Study window and writes what it shows.\n"
+                       "Ends with 0 if everything asked for was done, with 1 and one line per reason if not, with 2 for wrong usage."));
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folders in which sequences are searched."),
+                                 QStringLiteral("FOLDER..."));
+    parser.addOptions(
+        {{{"h", "help"}, "Displays this help."},
+         {"version", "Displays the version."},
+         {"load",
+          "Load the results whose \"KIND SEQUENCE/NAME\" matches; *, ? and [...] are wildcards. May be given again. Without it: all "
+          "results that the unit fits.",
+          "PATTERN"},
+         {"unit", "Unit of the results: " + units().join(QStringLiteral(", ")) + " (cells sets both kinds).", "UNIT"},
+         {"view", "Write a picture of the view.", "FILE"},
+         {"window", "Write a picture of the window.", "FILE"},
+         {"report", "Write a report as JSON.", "FILE"},
+         {"size", "Size of the view in pixels (1200x800).", "WxH", "1200x800"},
+         {"rotate", "Angle of view in degrees, 0 to 360.", "DEG"},
+         {"colors", "Colour table of the source volumes, by its name in the window.", "NAME"},
+         {"range", "Colour range of the source volumes.", "MIN:MAX"},
+         {"log", "Logarithmic colour scale."},
+         {"frames", "Repaint N times, turning by 360/N each, and report the times.", "N", "0"},
+         {"quiet", "No progress on the terminal."}});
+}
+
+/// The whole text as a number, whatever the locale.
+bool readNumber(const QString& strText, double& fValue)
+{
+    const QByteArray aText = strText.toLatin1();
+    const auto [pEnd, error] = std::from_chars(aText.constBegin(), aText.constEnd(), fValue);
+    return error == std::errc() && pEnd == aText.constEnd() && !aText.isEmpty() && std::isfinite(fValue);
+}
+
+bool readSize(const QString& strText, QSize& size)
+{
+    const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$")).match(strText);
+    size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+    return match.hasMatch() && qMin(size.width(), size.height()) >= kMinPixels && qMax(size.width(), size.height()) <= kMaxPixels;
+}
+
+bool readRange(const QString& strText, SValueRange& range)
+{
+    const QStringList lstEnds = strText.split(QLatin1Char(':'));
+    return lstEnds.size() == 2 && readNumber(lstEnds.at(0), range.m_fMin) && readNumber(lstEnds.at(1), range.m_fMax) &&
+           range.m_fMin < range.m_fMax;
+}
+} // namespace
+
+QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& options)
+{
+    QCommandLineParser parser;
+    setUp(parser);
+    if (!parser.parse(lstArguments))
+    {
+        return parser.errorText();
+    }
+    options.m_bHelp = parser.isSet(QStringLiteral("help"));
+    options.m_bVersion = parser.isSet(QStringLiteral("version"));
+    if (options.m_bHelp || options.m_bVersion)
+    {
+        return {};
+    }
+    options.m_lstFolders = parser.positionalArguments();
+    if (options.m_lstFolders.isEmpty())
+    {
+        return QStringLiteral("At least one folder is needed.");
+    }
+    options.m_lstPatterns = parser.values(QStringLiteral("load"));
+    for (const QString& strPattern : qAsConst(options.m_lstPatterns))
+    {
+        if (!pattern(strPattern).isValid())
+        {
+            return QStringLiteral("--load %1 is no pattern.").arg(strPattern);
+        }
+    }
+    options.m_strUnit = parser.value(QStringLiteral("unit"));
+    if (parser.isSet(QStringLiteral("unit")) && !units().contains(options.m_strUnit))
+    {
+        return QStringLiteral("--unit takes one of: %1.").arg(units().join(QStringLiteral(", ")));
+    }
+    options.m_strViewFile = parser.value(QStringLiteral("view"));
+    options.m_strWindowFile = parser.value(QStringLiteral("window"));
+    options.m_strReportFile = parser.value(QStringLiteral("report"));
+    if (!readSize(parser.value(QStringLiteral("size")), options.m_objSize))
+    {
+        return QStringLiteral("--size takes WIDTHxHEIGHT, each from %1 to %2 pixels.").arg(kMinPixels).arg(kMaxPixels);
+    }
+    if (parser.isSet(QStringLiteral("rotate")))
+    {
+        bool bNumber = false;
+        options.m_nRotate = parser.value(QStringLiteral("rotate")).toInt(&bNumber);
+        if (!bNumber || *options.m_nRotate < 0 || *options.m_nRotate > 360)
+        {
+            return QStringLiteral("--rotate takes whole degrees from 0 to 360.");
+        }
+    }
+    options.m_strColors = parser.value(QStringLiteral("colors"));
+    if (parser.isSet(QStringLiteral("range")))
+    {
+        SValueRange range;
+        if (!readRange(parser.value(QStringLiteral("range")), range))
+        {
+            return QStringLiteral("--range takes MIN:MAX, two numbers, the first one smaller.");
+        }
+        options.m_objRange = range;
+    }
+    options.m_bLog = parser.isSet(QStringLiteral("log"));
+    options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
+    bool bFrames = false;
+    options.m_nFrames = parser.value(QStringLiteral("frames")).toInt(&bFrames);
+    if (!bFrames || options.m_nFrames < 0 || options.m_nFrames > kMaxFrames)
+    {
+        return QStringLiteral("--frames takes a whole number from 0 to %1.").arg(kMaxFrames);
+    }
+    return {};
+}
+
+QString CompareOptions::help()
+{
+    QCommandLineParser parser;
+    setUp(parser);
+    return parser.helpText();
+}
+
+QRegularExpression CompareOptions::pattern(const QString& strPattern)
+{
+    QString strExpression;
+    for (int nAt = 0; nAt < strPattern.size(); ++nAt)
+    {
+        const QChar character = strPattern.at(nAt);
+        // A bracket right behind the opening one belongs to the set.
+        const int nClosing = strPattern.indexOf(QLatin1Char(']'), nAt + 2);
+        if (character == QLatin1Char('*'))
+        {
+            strExpression += QStringLiteral(".*");
+        }
+        else if (character == QLatin1Char('?'))
+        {
+            strExpression += QLatin1Char('.');
+        }
+        else if (character == QLatin1Char('[') && nClosing > 0)
+        {
+            QString strSet = strPattern.mid(nAt + 1, nClosing - nAt - 1);
+            const bool bExcept = strSet.startsWith(QLatin1Char('!')) && strSet.size() > 1;
+            strSet.remove(0, bExcept ? 1 : 0);
+            strSet.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+                .replace(QLatin1Char('['), QStringLiteral("\\["))
+                .replace(QLatin1Char(']'), QStringLiteral("\\]"))
+                .replace(QLatin1Char('^'), QStringLiteral("\\^"));
+            strExpression += (bExcept ? QStringLiteral("[^") : QStringLiteral("[")) + strSet + QLatin1Char(']');
+            nAt = nClosing;
+        }
+        else
+        {
+            strExpression += QRegularExpression::escape(QString(character));
+        }
+    }
+    return QRegularExpression(QRegularExpression::anchoredPattern(strExpression), QRegularExpression::DotMatchesEverythingOption);
+}

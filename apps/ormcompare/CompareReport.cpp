@@ -1,0 +1,80 @@
+#include "CompareReport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace
+{
+QJsonObject toJson(const SLoadedResult& result)
+{
+    return {{"kind", result.m_strKind},
+            {"sequence", result.m_strSequence},
+            {"name", result.m_strName},
+            {"unit", result.m_strUnit},
+            {"vertices", result.m_nVertices},
+            {"triangles", result.m_nTriangles},
+            {"voxels", result.m_nVoxels},
+            {"voxel_size_mm", result.m_fVoxelSize},
+            {"value_min", result.m_fMin},
+            {"value_max", result.m_fMax},
+            {"total", result.m_fTotal},
+            {"selected_total", result.m_fSelectedTotal},
+            {"reduced_chi2", result.m_fReducedChi2},
+            {"final_voxel_size_mm", result.m_fFinalVoxelSize},
+            {"starting_voxel_size_mm", result.m_fStartVoxelSize},
+            {"wavelengths", QJsonArray::fromStringList(result.m_lstWavelengths)},
+            {"load_ms", result.m_fLoadMs},
+            {"press_ms", result.m_fPressMs}};
+}
+
+QJsonObject toJson(const SFailedResult& failed)
+{
+    return {{"kind", failed.m_strKind}, {"sequence", failed.m_strSequence}, {"name", failed.m_strName}, {"reason", failed.m_strReason}};
+}
+
+QJsonObject toJson(const SKindRanges& ranges)
+{
+    return {{"SOLA", QJsonArray{ranges.m_fSolaMin, ranges.m_fSolaMax}}, {"NOVA", QJsonArray{ranges.m_fNovaMin, ranges.m_fNovaMax}}};
+}
+
+template <class T>
+QJsonArray toArray(const QVector<T>& lstRecords)
+{
+    QJsonArray array;
+    for (const T& record : lstRecords)
+    {
+        array.append(toJson(record));
+    }
+    return array;
+}
+} // namespace
+
+double CompareReport::median(QVector<double> lstNumbers)
+{
+    if (lstNumbers.isEmpty())
+    {
+        return 0.0;
+    }
+    const auto middle = lstNumbers.begin() + (lstNumbers.size() - 1) / 2;
+    std::nth_element(lstNumbers.begin(), middle, lstNumbers.end());
+    return *middle;
+}
+
+QByteArray CompareReport::json(const SCompareReport& report)
+{
+    QJsonObject object{{"results", toArray(report.m_lstResults)},
+                       {"failed", toArray(report.m_lstFailed)},
+                       {"range", toJson(report.m_objRange)},
+                       {"bar", toJson(report.m_objBar)},
+                       {"peak_rss_mb", report.m_fPeakRssMb}};
+    if (!report.m_lstFrameMs.isEmpty())
+    {
+        object.insert(QStringLiteral("frame_ms"),
+                      QJsonObject{{"median", median(report.m_lstFrameMs)},
+                                  {"max", *std::max_element(report.m_lstFrameMs.constBegin(), report.m_lstFrameMs.constEnd())}});
+    }
+    return QJsonDocument(object).toJson();
+}

@@ -1,0 +1,191 @@
+#include "CompareOptions.h"
+#include "CompareReport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+class tst_CompareOptions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void patternsMatchWholeTexts_data();
+    void patternsMatchWholeTexts();
+    void wrongUsageIsNamed_data();
+    void wrongUsageIsNamed();
+    void optionsAreRead();
+    void defaultsHold();
+    void medianIsTheLowerMiddle_data();
+    void medianIsTheLowerMiddle();
+    void reportHasEveryFigure();
+};
+
+void tst_CompareOptions::patternsMatchWholeTexts_data()
+{
+    QTest::addColumn<QString>("strPattern");
+    QTest::addColumn<QString>("strText");
+    QTest::addColumn<bool>("bMatches");
+    QTest::newRow("plain") << "SOLA A/b"
+                           << "SOLA A/b" << true;
+    QTest::newRow("whole text only") << "SOLA A"
+                                     << "SOLA A/b" << false;
+    QTest::newRow("star crosses the slash") << "SOLA *"
+                                            << "SOLA A/b/c" << true;
+    QTest::newRow("star may be empty") << "SOLA A*/b"
+                                       << "SOLA A/b" << true;
+    QTest::newRow("question mark is one character") << "SOLA A?b"
+                                                    << "SOLA A/b" << true;
+    QTest::newRow("question mark is not none") << "SOLA A/b?"
+                                               << "SOLA A/b" << false;
+    QTest::newRow("set") << "SOLA A/[abc]"
+                         << "SOLA A/b" << true;
+    QTest::newRow("set that lacks it") << "SOLA A/[ac]"
+                                       << "SOLA A/b" << false;
+    QTest::newRow("range") << "SOLA A/Day [0-9]"
+                           << "SOLA A/Day 7" << true;
+    QTest::newRow("negated set") << "SOLA A/[!b]"
+                                 << "SOLA A/b" << false;
+    QTest::newRow("set with a slash") << "SOLA A[/]b"
+                                      << "SOLA A/b" << true;
+    QTest::newRow("bracket in a set") << "x[]]y"
+                                      << "x]y" << true;
+    QTest::newRow("bracket without an end") << "x[y"
+                                            << "x[y" << true;
+    QTest::newRow("case counts") << "sola *"
+                                 << "SOLA A/b" << false;
+    QTest::newRow("dot is a dot") << "SOLA A/b.c"
+                                  << "SOLA A/bxc" << false;
+    QTest::newRow("plus is a plus") << "SOLA A/b+"
+                                    << "SOLA A/b+" << true;
+    QTest::newRow("line break in a name") << "SOLA *"
+                                          << "SOLA A/b\nc" << true;
+    QTest::newRow("backslash in a set") << "x[\\d]"
+                                        << "x5" << false;
+}
+
+void tst_CompareOptions::patternsMatchWholeTexts()
+{
+    QFETCH(QString, strPattern);
+    QFETCH(QString, strText);
+    const QRegularExpression expression = CompareOptions::pattern(strPattern);
+    QVERIFY2(expression.isValid(), qPrintable(expression.errorString()));
+    QTEST(expression.match(strText).hasMatch(), "bMatches");
+}
+
+void tst_CompareOptions::wrongUsageIsNamed_data()
+{
+    QTest::addColumn<QStringList>("lstArguments");
+    QTest::addColumn<QString>("strNamed");
+    QTest::newRow("no folder") << QStringList{"--log"} << "folder";
+    QTest::newRow("unknown option") << QStringList{"x", "--nonsense"} << "nonsense";
+    QTest::newRow("unknown unit") << QStringList{"x", "--unit", "furlong"} << "--unit";
+    QTest::newRow("size without height") << QStringList{"x", "--size", "800"} << "--size";
+    QTest::newRow("size too small") << QStringList{"x", "--size", "800x10"} << "--size";
+    QTest::newRow("size too large") << QStringList{"x", "--size", "90000x100"} << "--size";
+    QTest::newRow("rotation no number") << QStringList{"x", "--rotate", "left"} << "--rotate";
+    QTest::newRow("rotation beyond") << QStringList{"x", "--rotate", "361"} << "--rotate";
+    QTest::newRow("range with one end") << QStringList{"x", "--range", "5"} << "--range";
+    QTest::newRow("range turned round") << QStringList{"x", "--range", "5:1"} << "--range";
+    QTest::newRow("range with a comma") << QStringList{"x", "--range", "0,5:1"} << "--range";
+    QTest::newRow("range without end") << QStringList{"x", "--range", "1:inf"} << "--range";
+    QTest::newRow("frames below 0") << QStringList{"x", "--frames=-1"} << "--frames";
+    QTest::newRow("value missing") << QStringList{"x", "--view"} << "view";
+}
+
+void tst_CompareOptions::wrongUsageIsNamed()
+{
+    QFETCH(QStringList, lstArguments);
+    QFETCH(QString, strNamed);
+    SCompareOptions options;
+    const QString strWrong = CompareOptions::read(QStringList("ormcompare") + lstArguments, options);
+    QVERIFY2(strWrong.contains(strNamed), qPrintable(strWrong));
+}
+
+void tst_CompareOptions::optionsAreRead()
+{
+    SCompareOptions options;
+    const QString strWrong =
+        CompareOptions::read({"ormcompare", "a",        "b",        "--load",  "SOLA *",    "--load", "NOVA *",   "--unit",  "cells",
+                              "--view",     "v.png",    "--window", "w.png",   "--report",  "r.json", "--size",   "640x480", "--rotate",
+                              "90",         "--colors", "Rainbow",  "--range", "1e3:2.5e6", "--log",  "--frames", "7",       "--quiet"},
+                             options);
+    QCOMPARE(strWrong, QString());
+    QCOMPARE(options.m_lstFolders, QStringList({"a", "b"}));
+    QCOMPARE(options.m_lstPatterns, QStringList({"SOLA *", "NOVA *"}));
+    QCOMPARE(options.m_strUnit, QString("cells"));
+    QCOMPARE(options.m_strViewFile, QString("v.png"));
+    QCOMPARE(options.m_strWindowFile, QString("w.png"));
+    QCOMPARE(options.m_strReportFile, QString("r.json"));
+    QCOMPARE(options.m_objSize, QSize(640, 480));
+    QCOMPARE(options.m_nRotate.value(), 90);
+    QCOMPARE(options.m_strColors, QString("Rainbow"));
+    QCOMPARE(options.m_objRange.value().m_fMin, 1000.0);
+    QCOMPARE(options.m_objRange.value().m_fMax, 2.5e6);
+    QVERIFY(options.m_bLog);
+    QCOMPARE(options.m_nFrames, 7);
+    QVERIFY(options.m_bQuiet);
+}
+
+void tst_CompareOptions::defaultsHold()
+{
+    SCompareOptions options;
+    QCOMPARE(CompareOptions::read({"ormcompare", "a"}, options), QString());
+    QCOMPARE(options.m_objSize, QSize(1200, 800));
+    QVERIFY(options.m_lstPatterns.isEmpty());
+    QVERIFY(!options.m_nRotate.has_value());
+    QVERIFY(!options.m_objRange.has_value());
+    QCOMPARE(options.m_nFrames, 0);
+}
+
+void tst_CompareOptions::medianIsTheLowerMiddle_data()
+{
+    QTest::addColumn<QVector<double>>("lstNumbers");
+    QTest::addColumn<double>("fMedian");
+    QTest::newRow("none") << QVector<double>() << 0.0;
+    QTest::newRow("one") << QVector<double>{4.0} << 4.0;
+    QTest::newRow("odd") << QVector<double>{9.0, 1.0, 5.0} << 5.0;
+    QTest::newRow("even") << QVector<double>{4.0, 1.0, 3.0, 2.0} << 2.0;
+}
+
+void tst_CompareOptions::medianIsTheLowerMiddle()
+{
+    QFETCH(QVector<double>, lstNumbers);
+    QTEST(CompareReport::median(lstNumbers), "fMedian");
+}
+
+void tst_CompareOptions::reportHasEveryFigure()
+{
+    SCompareReport report;
+    SLoadedResult result;
+    result.m_strKind = "SOLA";
+    result.m_strSequence = "S1";
+    result.m_strName = "Day 0";
+    result.m_fTotal = 12.5;
+    result.m_lstWavelengths = QStringList{"560", "580"};
+    report.m_lstResults.append(result);
+    report.m_lstFailed.append({"NOVA", "S2", "Day 3", "Unable to read analysis data."});
+    report.m_objRange = {0.5, 9.5, -1.0, -1.0};
+    report.m_lstFrameMs = {3.0, 1.0, 2.0};
+    const QJsonObject object = QJsonDocument::fromJson(CompareReport::json(report)).object();
+    const QJsonObject first = object.value("results").toArray().at(0).toObject();
+    for (const char* pszKey :
+         {"kind", "sequence", "name", "unit", "vertices", "triangles", "voxels", "voxel_size_mm", "value_min", "value_max", "total",
+          "selected_total", "reduced_chi2", "final_voxel_size_mm", "starting_voxel_size_mm", "wavelengths", "load_ms", "press_ms"})
+    {
+        QVERIFY2(first.contains(QLatin1String(pszKey)), pszKey);
+    }
+    QCOMPARE(first.value("total").toDouble(), 12.5);
+    QCOMPARE(first.value("wavelengths").toArray().at(1).toString(), QString("580"));
+    QCOMPARE(object.value("failed").toArray().at(0).toObject().value("reason").toString(), QString("Unable to read analysis data."));
+    QCOMPARE(object.value("range").toObject().value("SOLA").toArray(), QJsonArray({0.5, 9.5}));
+    QCOMPARE(object.value("range").toObject().value("NOVA").toArray(), QJsonArray({-1.0, -1.0}));
+    QVERIFY(object.value("bar").isObject());
+    QCOMPARE(object.value("frame_ms").toObject().value("median").toDouble(), 2.0);
+    QCOMPARE(object.value("frame_ms").toObject().value("max").toDouble(), 3.0);
+    QVERIFY(object.contains("peak_rss_mb"));
+}
+
+QTEST_GUILESS_MAIN(tst_CompareOptions)
+#include "tst_compareoptions.moc"
