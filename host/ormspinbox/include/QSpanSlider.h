@@ -3,6 +3,8 @@
 
 #include <QSlider>
 
+class QStyleOptionSlider;
+
 /// A slider with two handles on one integer range. It always holds minimum() <= lowerValue() <= upperValue() <= maximum(); the value
 /// of the base class stands still. Setting one end beyond the other takes the other along, so that what was set is what is read;
 /// with the pointer and the keyboard a handle stops at the other one. The span between the handles can be dragged as a whole.
@@ -37,7 +39,6 @@ public:
     /// Where a handle, or the span between the two, is drawn.
     QRect partRect(EPart ePart) const;
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 public slots:
@@ -65,14 +66,15 @@ protected:
 
 private:
     void apply(int nLower, int nUpper);
-    void show(int nLower, int nUpper, bool bCommit);
-    void moveActive(int nDelta, bool bSpan);
-    int valueAt(int nAlong) const;
-    int along(const QPoint& ptPosition) const;
-    EPart partAt(const QPoint& ptPosition) const;
-    void setHover(EPart ePart);
-    bool isUpsideDown() const;
+    void place(qint64 nLower, qint64 nUpper);
+    void moveActive(qint64 nDelta, bool bSpan);
+    void moveTo(EPart eHandle, qint64 nValue);
     QStyleOptionSlider handleOption(EPart ePart) const;
+    int along(const QPoint& ptPosition) const;
+    int valueAt(int nHandleStart) const;
+    EPart partAt(const QPoint& ptPosition) const;
+    EPart nearestHandle(const QPoint& ptPosition) const;
+    void setHover(EPart ePart);
 
     int m_nLower;                ///< lower value
     int m_nUpper;                ///< upper value
