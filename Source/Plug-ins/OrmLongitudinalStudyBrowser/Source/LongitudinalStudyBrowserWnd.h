@@ -179,6 +179,11 @@ private:
     void updateColorMapLabel(int nIndex);
     void getCurrentDataMaxMin(float& fMin, float& fMax);
 
+    // ---- Wavelengths and the active result: LongitudinalStudyBrowserWnd_Wavelength.cpp ---------------------------
+    void showResultOfView(const QString& strSequenceID, const QString& strResult, const QString& strPrefix, const QStringList& lstNames,
+                          QString& strSelectedResult);
+    void fillWavelengths(const QStringList& lstNames);
+
     // ---- Export and clipboard: LongitudinalStudyBrowserWnd_Export.cpp --------------------------------------------
     QImage getPrintImage();
     bool isKnownExtension(QString strExtension);
