@@ -1,0 +1,30 @@
+#include "COrmApplication.h"
+
+#include "COrmUtilityFns.h"
+#include "CSOLAView.h"
+#include "OrmGuard.h"
+#include "OrmVersion.h"
+
+#include <clocale>
+
+void COrmApplication::prepare()
+{
+    // The 3D views count in device pixels, so Qt must not scale them; widgets grow with the font.
+    setAttribute(Qt::AA_DisableHighDpiScaling);
+    CSOLAView::setDefaultFormat();
+}
+
+COrmApplication::COrmApplication(int& nArguments, char** ppArguments) : QApplication(nArguments, ppArguments)
+{
+    // Qt takes over the user's locale, in which numbers in files would read with a comma.
+    std::setlocale(LC_NUMERIC, "C");
+    setApplicationName(COrmUtilityFns::getAppName());
+    setApplicationVersion(QLatin1String(OrmVersion::s_pText));
+}
+
+bool COrmApplication::notify(QObject* pReceiver, QEvent* pEvent)
+{
+    bool bHandled = false;
+    OrmGuard::run(QStringLiteral("A window"), [&] { bHandled = QApplication::notify(pReceiver, pEvent); });
+    return bHandled;
+}

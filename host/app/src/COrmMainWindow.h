@@ -1,0 +1,115 @@
+#pragma once
+
+#include "COrmHostSettings.h"
+#include "COrmSequenceOpener.h"
+
+#include <QList>
+#include <QMainWindow>
+#include <QPointer>
+#include <QStringList>
+
+class COrmImageOverlayWindow;
+class COrmLogPanel;
+class COrmPluginManager;
+class COrmSequenceCollection;
+class COrmSequenceView;
+class COrmTool;
+class QAction;
+class QMenu;
+class QProgressBar;
+class QToolBar;
+class QToolButton;
+struct SCommandLine;
+
+/// The main window of the host: the open sequences, the menus with the tools, the log.
+class COrmMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit COrmMainWindow(QWidget* pParent = nullptr);
+    ~COrmMainWindow() override;
+
+    /// Loads the tools of a folder and places them in the Tools menu.
+    void loadTools(const QString& strFolder);
+    /// Opens what the command line names, and then the tool that it names.
+    void start(const SCommandLine& sLine);
+    /// Opens every sequence under the paths. @p bInteractive: a failure is told in a box, not only in the log.
+    void openPaths(const QStringList& lstPaths, bool bInteractive);
+    /// Opens the tool with that name, one of the host's own or one that was loaded. False, with the reason in the log, if that fails.
+    bool openTool(const QString& strName);
+
+    COrmSequenceCollection* sequences() const { return m_pSequences; }
+    COrmPluginManager* plugins() const { return m_pPlugins; }
+
+signals:
+    /// The user closed the main window.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dropEvent(QDropEvent* pEvent) override;
+
+    // ---- Construction and menus: COrmMainWindow_Menus.cpp ------------------
+private:
+    void makeMenus();
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeToolsMenu();
+    void makeWindowAndHelpMenus();
+    QAction* addTo(QMenu* pMenu, const QString& strText, const QString& strHint, const char* pObjectName);
+    void fillRecentMenu();
+    void fillWindowMenu();
+    void addWindowAction(QWidget* pWindow, const QString& strText);
+    /// Puts the tools into the menu: each before the entry that it asks for, if that is there, else behind the others.
+    void placeTools();
+    bool placeTool(COrmTool& objTool, bool bAnywhere);
+
+    QMenu* m_pRecentMenu = nullptr;
+    QMenu* m_pToolsMenu = nullptr;
+    QMenu* m_pWindowMenu = nullptr;
+    QMenu* m_pViewMenu = nullptr;
+    QMenu* m_pSequenceMenu = nullptr; ///< on a sequence of the list
+    QToolBar* m_pToolBar = nullptr;
+    QAction* m_pCloseAction = nullptr;
+    QAction* m_pCloseAllAction = nullptr;
+    QAction* m_pRefreshAction = nullptr;
+    QAction* m_pOverlayAction = nullptr;
+    QAction* m_pToolsEnd = nullptr; ///< behind the last tool
+
+    // ---- What the user does: COrmMainWindow.cpp ----------------------------
+private:
+    void chooseStudy();
+    void closeSelected();
+    void refreshSelected();
+    void refreshNext();
+    void copy();
+    void copySelection();
+    void showOverlay();
+    void resetLongitudinalStudy();
+    void showAbout();
+    void useTool(COrmTool& objTool);
+    void addToolWindow(QWidget* pWindow);
+    void updateControls();
+    void searchStarted();
+    void searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder);
+    void searchFinished(const COrmSequenceOpener::SSummary& sSummary);
+    void showHint(const QString& strHint);
+    void saveLayout();
+    void restoreLayout();
+
+    COrmSequenceCollection* m_pSequences;
+    COrmSequenceOpener* m_pOpener;
+    COrmPluginManager* m_pPlugins;
+    COrmSequenceView* m_pView;
+    COrmLogPanel* m_pLogPanel;
+    QPointer<COrmImageOverlayWindow> m_pOverlay; ///< made at its first use
+    QProgressBar* m_pProgressBar = nullptr;
+    QToolButton* m_pStopButton = nullptr;
+    QList<QPointer<QWidget>> m_lstToolWindows; ///< in the order of registration
+    QStringList m_lstToRefresh;                ///< IDs that wait to be read again
+    QString m_strToolAtStart;                  ///< opened once the folders of the command line are
+    bool m_bInteractive = false;               ///< the running search was asked for in the window
+    COrmHostSettings m_objSettings;
+};

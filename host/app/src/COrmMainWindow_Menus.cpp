@@ -1,0 +1,247 @@
+#include "COrmImageOverlayWindow.h"
+#include "COrmLogPanel.h"
+#include "COrmMainWindow.h"
+#include "COrmPlainText.h"
+#include "COrmPluginManager.h"
+#include "COrmSequenceCollection.h"
+#include "COrmSequenceView.h"
+#include "COrmTool.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+constexpr int s_nMenuTextLength = 80; ///< characters of a path or title in a menu
+
+/// The text of a menu entry as a user reads it.
+QString readable(const QString& strActionText)
+{
+    QString strText = strActionText.section(QLatin1Char('\t'), 0, 0);
+    strText.remove(QLatin1Char('&'));
+    if (strText.endsWith(QLatin1String("...")))
+        strText.chop(3);
+    return strText.trimmed();
+}
+
+/// A text from elsewhere as the text of a menu entry.
+QString menuText(const QString& strText)
+{
+    return COrmPlainText::visible(COrmPlainText::shortened(strText, s_nMenuTextLength)).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QAction* entryNamed(const QMenu* pMenu, const QString& strName)
+{
+    const QList<QAction*> lstActions = pMenu->actions();
+    for (QAction* pAction : lstActions)
+    {
+        if (!pAction->isSeparator() && readable(pAction->text()).compare(readable(strName), Qt::CaseInsensitive) == 0)
+            return pAction;
+    }
+    return nullptr;
+}
+} // namespace
+
+QAction* COrmMainWindow::addTo(QMenu* pMenu, const QString& strText, const QString& strHint, const char* pObjectName)
+{
+    QAction* pAction = pMenu->addAction(strText);
+    pAction->setStatusTip(strHint);
+    pAction->setObjectName(QLatin1String(pObjectName));
+    return pAction;
+}
+
+void COrmMainWindow::makeMenus()
+{
+    m_pToolBar = addToolBar(QStringLiteral("Tools"));
+    m_pToolBar->setObjectName(QStringLiteral("toolBar"));
+    m_pToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    makeFileMenu();
+    makeEditMenu();
+    m_pViewMenu = menuBar()->addMenu(QStringLiteral("&View"));
+    QAction* pLog = m_pLogPanel->toggleViewAction();
+    pLog->setText(QStringLiteral("&Log"));
+    pLog->setObjectName(QStringLiteral("actionLog"));
+    pLog->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
+    pLog->setStatusTip(QStringLiteral("Show or hide what the host and its tools have reported"));
+    m_pViewMenu->addAction(pLog);
+    m_pViewMenu->addAction(m_pToolBar->toggleViewAction());
+    m_pToolBar->toggleViewAction()->setText(QStringLiteral("&Tool Bar"));
+    m_pToolBar->toggleViewAction()->setStatusTip(QStringLiteral("Show or hide the buttons under the menus"));
+    makeToolsMenu();
+    makeWindowAndHelpMenus();
+
+    m_pSequenceMenu = new QMenu(this);
+    m_pSequenceMenu->addAction(m_pOverlayAction);
+    m_pSequenceMenu->addAction(m_pRefreshAction);
+    m_pSequenceMenu->addSeparator();
+    m_pSequenceMenu->addAction(m_pCloseAction);
+}
+
+void COrmMainWindow::makeFileMenu()
+{
+    QMenu* pFile = menuBar()->addMenu(QStringLiteral("&File"));
+    QAction* pOpen =
+        addTo(pFile, QStringLiteral("&Open Study..."), QStringLiteral("Open every sequence below a folder"), "actionOpenStudy");
+    pOpen->setShortcut(QKeySequence::Open);
+    pOpen->setIcon(QIcon(QStringLiteral(":/Resource/fileopen_enabled.xpm")));
+    connect(pOpen, &QAction::triggered, this, &COrmMainWindow::chooseStudy);
+
+    m_pRecentMenu = pFile->addMenu(QStringLiteral("Open &Recent"));
+    m_pRecentMenu->setObjectName(QStringLiteral("menuRecent"));
+    m_pRecentMenu->menuAction()->setStatusTip(QStringLiteral("Open a folder that was opened before"));
+    connect(m_pRecentMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillRecentMenu);
+    connect(pFile, &QMenu::aboutToShow, this,
+            [this] { m_pRecentMenu->menuAction()->setEnabled(!m_objSettings.recentFolders().isEmpty()); });
+
+    m_pRefreshAction = addTo(pFile, QStringLiteral("Re&fresh"),
+                             QStringLiteral("Read the selected sequences again, or all if none is selected"), "actionRefresh");
+    m_pRefreshAction->setShortcut(QKeySequence::Refresh);
+    connect(m_pRefreshAction, &QAction::triggered, this, &COrmMainWindow::refreshSelected);
+    pFile->addSeparator();
+
+    m_pCloseAction =
+        addTo(pFile, QStringLiteral("&Close Sequence"), QStringLiteral("Close the selected sequences; no file is changed"), "actionClose");
+    m_pCloseAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    connect(m_pCloseAction, &QAction::triggered, this, &COrmMainWindow::closeSelected);
+    m_pCloseAllAction =
+        addTo(pFile, QStringLiteral("Close &All Sequences"), QStringLiteral("Close all sequences; no file is changed"), "actionCloseAll");
+    connect(m_pCloseAllAction, &QAction::triggered, this, [this] { m_pSequences->closeAll(); });
+    pFile->addSeparator();
+
+    QAction* pQuit = addTo(pFile, QStringLiteral("&Quit"), QStringLiteral("Close all windows and end the program"), "actionQuit");
+    pQuit->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
+    connect(pQuit, &QAction::triggered, this, &QWidget::close);
+
+    m_pToolBar->addAction(pOpen);
+    m_pToolBar->addSeparator();
+}
+
+void COrmMainWindow::fillRecentMenu()
+{
+    m_pRecentMenu->clear();
+    const QStringList lstFolders = m_objSettings.recentFolders();
+    for (const QString& strFolder : lstFolders)
+    {
+        QAction* pAction = m_pRecentMenu->addAction(menuText(strFolder));
+        connect(pAction, &QAction::triggered, this, [this, strFolder] { openPaths({strFolder}, true); });
+    }
+    m_pRecentMenu->addSeparator();
+    QAction* pClear = m_pRecentMenu->addAction(QStringLiteral("&Clear This List"));
+    connect(pClear, &QAction::triggered, this, [this] { m_objSettings.clearRecentFolders(); });
+}
+
+void COrmMainWindow::makeEditMenu()
+{
+    QMenu* pEdit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QAction* pCopy =
+        addTo(pEdit, QStringLiteral("&Copy"), QStringLiteral("Copy what the active window shows or has selected"), "actionCopy");
+    pCopy->setShortcut(QKeySequence::Copy);
+    pCopy->setShortcutContext(Qt::ApplicationShortcut); // the windows of tools are windows of their own
+    pCopy->setIcon(QIcon(QStringLiteral(":/Resource/filecopy_enabled.xpm")));
+    connect(pCopy, &QAction::triggered, this, &COrmMainWindow::copy);
+    QAction* pSelectAll =
+        addTo(pEdit, QStringLiteral("Select &All"), QStringLiteral("Select all sequences of the list"), "actionSelectAll");
+    connect(pSelectAll, &QAction::triggered, m_pView, &COrmSequenceView::selectAll);
+}
+
+void COrmMainWindow::makeToolsMenu()
+{
+    m_pToolsMenu = menuBar()->addMenu(QStringLiteral("&Tools"));
+    m_pToolsMenu->setObjectName(QStringLiteral("menuTools"));
+    m_pOverlayAction =
+        addTo(m_pToolsMenu, COrmImageOverlayWindow::toolName(),
+              QStringLiteral("Show the photograph of the selected sequence with its luminescent image"), "actionImageOverlay");
+    connect(m_pOverlayAction, &QAction::triggered, this, &COrmMainWindow::showOverlay);
+    m_pToolsEnd = m_pToolsMenu->addSeparator();
+    QAction* pReset = addTo(m_pToolsMenu, QStringLiteral("Reset Longitudinal Study"),
+                            QStringLiteral("Take all results out of the Longitudinal Study tool and hide its window"), "actionReset");
+    connect(pReset, &QAction::triggered, this, &COrmMainWindow::resetLongitudinalStudy);
+}
+
+bool COrmMainWindow::placeTool(COrmTool& objTool, bool bAnywhere)
+{
+    QAction* pBefore = objTool.menuBefore().isEmpty() ? nullptr : entryNamed(m_pToolsMenu, objTool.menuBefore());
+    if (pBefore == nullptr && !bAnywhere && !objTool.menuBefore().isEmpty())
+        return false;
+    if (pBefore == nullptr)
+        pBefore = m_pToolsEnd;
+    if (objTool.menu() != nullptr)
+        m_pToolsMenu->insertMenu(pBefore, objTool.menu());
+    else if (QAction* pAction = objTool.action())
+    {
+        m_pToolsMenu->insertAction(pBefore, pAction);
+        m_pToolBar->addAction(pAction);
+        if (pAction->statusTip().isEmpty())
+            pAction->setStatusTip(QStringLiteral("Open the tool %1").arg(objTool.name()));
+        connect(pAction, &QAction::triggered, this, [this, pTool = &objTool] { useTool(*pTool); });
+    }
+    return true;
+}
+
+void COrmMainWindow::placeTools()
+{
+    std::vector<COrmTool*> lstTools;
+    for (const auto& pTool : m_pPlugins->tools())
+    {
+        const bool bPlaced = (pTool->action() != nullptr && m_pToolsMenu->actions().contains(pTool->action())) ||
+                             (pTool->menu() != nullptr && m_pToolsMenu->actions().contains(pTool->menu()->menuAction()));
+        if (!bPlaced)
+            lstTools.push_back(pTool.get());
+    }
+    // A tool may want to stand before one that comes later.
+    size_t nBefore = 0;
+    do
+    {
+        nBefore = lstTools.size();
+        lstTools.erase(std::remove_if(lstTools.begin(), lstTools.end(), [this](COrmTool* pTool) { return placeTool(*pTool, false); }),
+                       lstTools.end());
+    } while (!lstTools.empty() && lstTools.size() < nBefore);
+    for (COrmTool* pTool : lstTools)
+        placeTool(*pTool, true);
+}
+
+void COrmMainWindow::makeWindowAndHelpMenus()
+{
+    m_pWindowMenu = menuBar()->addMenu(QStringLiteral("&Window"));
+    m_pWindowMenu->setObjectName(QStringLiteral("menuWindow"));
+    connect(m_pWindowMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillWindowMenu);
+    fillWindowMenu();
+
+    QMenu* pHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    QAction* pAbout = addTo(pHelp, QStringLiteral("&About"), QStringLiteral("Version and loaded tools"), "actionAbout");
+    connect(pAbout, &QAction::triggered, this, &COrmMainWindow::showAbout);
+}
+
+void COrmMainWindow::addWindowAction(QWidget* pWindow, const QString& strText)
+{
+    QAction* pAction = m_pWindowMenu->addAction(menuText(strText));
+    pAction->setCheckable(true);
+    pAction->setChecked(pWindow == QApplication::activeWindow());
+    pAction->setStatusTip(QStringLiteral("Bring this window to the front"));
+    connect(pAction, &QAction::triggered, pWindow,
+            [pWindow]
+            {
+                if (pWindow->isMinimized())
+                    pWindow->showNormal();
+                pWindow->raise();
+                pWindow->activateWindow();
+            });
+}
+
+void COrmMainWindow::fillWindowMenu()
+{
+    m_pWindowMenu->clear();
+    addWindowAction(this, windowTitle());
+    m_pWindowMenu->addSeparator();
+    // Hiding and showing its window is a tool's own business: what is hidden is opened through the Tools menu.
+    for (const QPointer<QWidget>& pWindow : qAsConst(m_lstToolWindows))
+    {
+        if (pWindow && pWindow->isVisible())
+            addWindowAction(pWindow, pWindow->windowTitle().isEmpty() ? pWindow->objectName() : pWindow->windowTitle());
+    }
+}

@@ -1,0 +1,47 @@
+#include "COrmPictureWidget.h"
+
+#include "COrmPlainText.h"
+
+#include <QPainter>
+
+COrmPictureWidget::COrmPictureWidget(QWidget* pParent) : QWidget(pParent)
+{
+    setMinimumSize(160, 120);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void COrmPictureWidget::setPicture(const QImage& imgPicture)
+{
+    m_imgPicture = imgPicture;
+    update();
+}
+
+void COrmPictureWidget::setText(const QString& strText)
+{
+    m_strText = strText;
+    setAccessibleDescription(COrmPlainText::visible(strText));
+    update();
+}
+
+QSize COrmPictureWidget::sizeHint() const
+{
+    return {480, 480};
+}
+
+void COrmPictureWidget::paintEvent(QPaintEvent* /*pEvent*/)
+{
+    QPainter objPainter(this);
+    objPainter.fillRect(rect(), palette().color(QPalette::Base));
+    if (m_imgPicture.isNull())
+    {
+        objPainter.setPen(palette().color(QPalette::Text));
+        const int nMargin = fontMetrics().height();
+        objPainter.drawText(rect().adjusted(nMargin, nMargin, -nMargin, -nMargin), Qt::AlignCenter | Qt::TextWordWrap,
+                            COrmPlainText::visible(COrmPlainText::shortened(m_strText, 600)));
+        return;
+    }
+    QRect rcPicture(QPoint(), m_imgPicture.size().scaled(size(), Qt::KeepAspectRatio));
+    rcPicture.moveCenter(rect().center());
+    objPainter.setRenderHint(QPainter::SmoothPixmapTransform);
+    objPainter.drawImage(rcPicture, m_imgPicture);
+}

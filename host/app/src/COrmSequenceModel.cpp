@@ -1,0 +1,181 @@
+#include "COrmSequenceModel.h"
+
+#include "COrmSequenceCollection.h"
+#include "COrmSequenceDataset.h"
+
+#include <QDateTime>
+#include <QIcon>
+
+namespace
+{
+QDateTime dateOf(const QString& strDateTime)
+{
+    return QDateTime::fromString(strDateTime, Qt::ISODate);
+}
+
+QIcon kindIcon(const COrmSequenceDataset& objSequence)
+{
+    if (objSequence.isLuminescentSequence())
+        return QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm"));
+    if (objSequence.isFluorescentSequence())
+        return QIcon(QStringLiteral(":/Resource/fluorescent_icon.xpm"));
+    return {};
+}
+} // namespace
+
+COrmSequenceModel::COrmSequenceModel(COrmSequenceCollection* pCollection, QObject* pParent)
+    : QAbstractTableModel(pParent), m_lstSequences(pCollection->sequences())
+{
+    connect(pCollection, &COrmSequenceCollection::added, this, &COrmSequenceModel::insertLast);
+    connect(pCollection, &COrmSequenceCollection::changed, this, &COrmSequenceModel::update);
+    connect(pCollection, &COrmSequenceCollection::aboutToClose, this, &COrmSequenceModel::remove);
+}
+
+int COrmSequenceModel::rowCount(const QModelIndex& objParent) const
+{
+    return objParent.isValid() ? 0 : m_lstSequences.size();
+}
+
+int COrmSequenceModel::columnCount(const QModelIndex& objParent) const
+{
+    return objParent.isValid() ? 0 : eColumns;
+}
+
+QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
+{
+    if (!objIndex.isValid() || objIndex.row() >= m_lstSequences.size())
+        return {};
+    const COrmSequenceDataset& objSequence = *m_lstSequences.at(objIndex.row());
+    switch (nRole)
+    {
+    case Qt::DisplayRole:
+        return text(objSequence, objIndex.column());
+    case Qt::DecorationRole:
+        return objIndex.column() == eID ? QVariant(kindIcon(objSequence)) : QVariant();
+    case Qt::AccessibleTextRole:
+        return objIndex.column() == eID ? text(objSequence, eID) + QStringLiteral(", ") + kindText(objSequence)
+                                        : text(objSequence, objIndex.column());
+    case Qt::ToolTipRole:
+        // Plain text in one line: the view's delegate makes the tip of it.
+        return QStringLiteral("%1 (%2)").arg(objSequence.getSequenceInfoPath(), kindText(objSequence));
+    case eSortRole:
+        return sortKey(objSequence, objIndex.column());
+    case eSequenceIDRole:
+        return objSequence.getSequenceID();
+    default:
+        return {};
+    }
+}
+
+QVariant COrmSequenceModel::headerData(int nSection, Qt::Orientation eOrientation, int nRole) const
+{
+    if (eOrientation != Qt::Horizontal || nRole != Qt::DisplayRole)
+        return {};
+    switch (nSection)
+    {
+    case eID:
+        return QStringLiteral("Sequence");
+    case eSubject:
+        return QStringLiteral("Subject");
+    case eDate:
+        return QStringLiteral("Date");
+    case eResults:
+        return QStringLiteral("Saved results");
+    default:
+        return {};
+    }
+}
+
+QString COrmSequenceModel::text(const COrmSequenceDataset& objSequence, int nColumn) const
+{
+    const SSequenceFacts& sFacts = objSequence.getFacts();
+    switch (nColumn)
+    {
+    case eID:
+        return sFacts.m_strSequenceID;
+    case eSubject:
+        return sFacts.m_strSubject;
+    case eDate:
+        return dateText(sFacts.m_strDateTime);
+    case eResults:
+        return resultsText(sFacts.m_nSOLAResults, sFacts.m_nNOVAResults);
+    default:
+        return {};
+    }
+}
+
+QVariant COrmSequenceModel::sortKey(const COrmSequenceDataset& objSequence, int nColumn)
+{
+    const SSequenceFacts& sFacts = objSequence.getFacts();
+    switch (nColumn)
+    {
+    case eID:
+        return sFacts.m_strSequenceID;
+    case eSubject:
+        return sFacts.m_strSubject;
+    case eDate:
+        return dateOf(sFacts.m_strDateTime);
+    case eResults:
+        return sFacts.m_nSOLAResults + sFacts.m_nNOVAResults;
+    default:
+        return {};
+    }
+}
+
+QString COrmSequenceModel::kindText(const COrmSequenceDataset& objSequence)
+{
+    QStringList lstWords;
+    if (objSequence.isLuminescentSequence())
+        lstWords.append(QStringLiteral("luminescent"));
+    if (objSequence.isFluorescentSequence())
+        lstWords.append(QStringLiteral("fluorescent"));
+    if (objSequence.isTransIlluminationSequence())
+        lstWords.append(QStringLiteral("trans-illumination"));
+    if (objSequence.isTransIllumOverviewResultSequence())
+        lstWords.append(QStringLiteral("overview result"));
+    if (objSequence.isSLASequence())
+        lstWords.append(QStringLiteral("structured-light surface"));
+    if (objSequence.isCTSequence(false))
+        lstWords.append(QStringLiteral("CT surface"));
+    return lstWords.isEmpty() ? QStringLiteral("images only") : lstWords.join(QStringLiteral(", "));
+}
+
+QString COrmSequenceModel::resultsText(int nSOLA, int nNOVA)
+{
+    QStringList lstWords;
+    if (nSOLA > 0)
+        lstWords.append(QStringLiteral("%1 SOLA").arg(nSOLA));
+    if (nNOVA > 0)
+        lstWords.append(QStringLiteral("%1 NOVA").arg(nNOVA));
+    return lstWords.isEmpty() ? QStringLiteral("none") : lstWords.join(QStringLiteral(", "));
+}
+
+QString COrmSequenceModel::dateText(const QString& strDateTime)
+{
+    const QDateTime objDate = dateOf(strDateTime);
+    return objDate.isValid() ? objDate.toString(QStringLiteral("yyyy-MM-dd HH:mm")) : strDateTime;
+}
+
+void COrmSequenceModel::insertLast(COrmSequenceDataset* pSequence)
+{
+    beginInsertRows(QModelIndex(), m_lstSequences.size(), m_lstSequences.size());
+    m_lstSequences.append(pSequence);
+    endInsertRows();
+}
+
+void COrmSequenceModel::remove(COrmSequenceDataset* pSequence)
+{
+    const int nRow = m_lstSequences.lastIndexOf(pSequence);
+    if (nRow < 0)
+        return;
+    beginRemoveRows(QModelIndex(), nRow, nRow);
+    m_lstSequences.removeAt(nRow);
+    endRemoveRows();
+}
+
+void COrmSequenceModel::update(COrmSequenceDataset* pSequence)
+{
+    const int nRow = m_lstSequences.lastIndexOf(pSequence);
+    if (nRow >= 0)
+        emit dataChanged(index(nRow, 0), index(nRow, eColumns - 1));
+}

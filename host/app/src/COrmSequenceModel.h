@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QList>
+
+class COrmSequenceCollection;
+class COrmSequenceDataset;
+
+/// The open sequences of a collection as a table.
+class COrmSequenceModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum EColumn
+    {
+        eID,
+        eSubject,
+        eDate,
+        eResults,
+        eColumns
+    };
+    enum ERole
+    {
+        eSortRole = Qt::UserRole, ///< what a column is sorted by
+        eSequenceIDRole           ///< the ID, in every column
+    };
+
+    explicit COrmSequenceModel(COrmSequenceCollection* pCollection, QObject* pParent = nullptr);
+
+    int rowCount(const QModelIndex& objParent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& objParent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& objIndex, int nRole = Qt::DisplayRole) const override;
+    QVariant headerData(int nSection, Qt::Orientation eOrientation, int nRole = Qt::DisplayRole) const override;
+
+    /// The kind of a sequence in words.
+    static QString kindText(const COrmSequenceDataset& objSequence);
+    /// "2 SOLA, 1 NOVA", "none".
+    static QString resultsText(int nSOLA, int nNOVA);
+    /// The date as "2026-08-01 09:30"; a text that is no date is given back as it is.
+    static QString dateText(const QString& strDateTime);
+
+private:
+    void insertLast(COrmSequenceDataset* pSequence);
+    void remove(COrmSequenceDataset* pSequence);
+    void update(COrmSequenceDataset* pSequence);
+    QString text(const COrmSequenceDataset& objSequence, int nColumn) const;
+    static QVariant sortKey(const COrmSequenceDataset& objSequence, int nColumn);
+
+    QList<COrmSequenceDataset*> m_lstSequences; ///< the collection's
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the user asked for on the command line.
+struct SCommandLine
+{
+    QStringList m_lstFolders;   ///< to open, as typed
+    QString m_strTool;          ///< name of the tool to open at the start; empty: none
+    bool m_bHelp = false;       ///< only say how the program is used
+    bool m_bVersion = false;    ///< only say which version it is
+    bool m_bNoSettings = false; ///< read and write no settings of the user's
+    QString m_strError;         ///< one sentence about wrong usage; empty: all is well
+};
+
+namespace OrmCommandLine
+{
+/// @p lstArguments begins with the program's name. Needs no application object.
+SCommandLine parse(const QStringList& lstArguments);
+/// How the program is used, as printed by --help.
+QString usage();
+/// Name and version, as printed by --version.
+QString version();
+/// True if one of the arguments asks for nothing but a text, so that no display is needed.
+bool wantsTextOnly(const QStringList& lstArguments);
+} // namespace OrmCommandLine
