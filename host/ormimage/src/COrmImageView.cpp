@@ -159,22 +159,24 @@ struct SBarPixels
     double m_fTop;    ///< upper edge of its last row
 };
 
+/// The first pixel whose centre lies at or beyond an edge; rounding errors of the single precision matrices do not count.
 double firstPixel(double fEdge)
 {
-    return std::ceil(fEdge - 0.5);
+    return std::ceil(fEdge - 0.5 - 1e-3);
 }
 
-/// The colours of the scale: entry i reaches half an entry to both sides of its place, so a row has the colour of the value at its centre.
-void addColors(CRectangles& objRectangles, const COrmPalette& objPalette, double fLeft, double fRight, double fBottom, double fTop)
+/// The colours of the scale between its ends at fBottom and fTop: entry i reaches half an entry to both sides of its place, so a row has
+/// the colour of the value at its centre. The outermost entries reach to the edges of the outermost rows.
+void addColors(CRectangles& objRectangles, const COrmPalette& objPalette, const SBarPixels& sBar, double fBottom, double fTop)
 {
-    constexpr double fEntries = OrmColorTables::nTableSize - 1.0;
+    constexpr int nLast = OrmColorTables::nTableSize - 1;
     const QRgb* pLut = objPalette.lut();
-    const double fHeight = fTop - fBottom;
-    for (int i = 0; i < OrmColorTables::nTableSize; ++i)
+    for (int i = 0; i <= nLast; ++i)
     {
-        const double fFrom = std::max(0.0, (i - 0.5) / fEntries);
-        const double fTo = std::min(1.0, (i + 0.5) / fEntries);
-        objRectangles.add(fLeft, fBottom + fFrom * fHeight, fRight, fBottom + fTo * fHeight, pLut[i]);
+        const double fFrom = i == 0 ? sBar.m_fBottom : std::max(sBar.m_fBottom, fBottom + (fTop - fBottom) * (i - 0.5) / nLast);
+        const double fTo = i == nLast ? sBar.m_fTop : std::min(sBar.m_fTop, fBottom + (fTop - fBottom) * (i + 0.5) / nLast);
+        if (fTo > fFrom)
+            objRectangles.add(sBar.m_fLeft, fFrom, sBar.m_fRight, fTo, pLut[i]);
     }
 }
 
@@ -229,11 +231,10 @@ void COrmImageView::renderColorBar(COrmPalette* pPalette, RenderTextWidget* pTex
     COrmPreference::get3DViewPreferences(sSettings);
     const QRgb nTextColor = sSettings.clrText.isValid() ? sSettings.clrText.rgb() : qRgb(255, 255, 255);
 
-    const double fPixelLeft = sPixels.pixelX(fLeft);
-    const double fPixelRight = sPixels.pixelX(fLeft + fWidth);
     const double fPixelBottom = sPixels.pixelY(fBottom);
     const double fPixelTop = sPixels.pixelY(fBottom + fHeight);
-    const SBarPixels sBar = {firstPixel(fPixelLeft), firstPixel(fPixelRight), firstPixel(fPixelBottom), firstPixel(fPixelTop)};
+    const SBarPixels sBar = {firstPixel(sPixels.pixelX(fLeft)), firstPixel(sPixels.pixelX(fLeft + fWidth)), firstPixel(fPixelBottom),
+                             firstPixel(fPixelTop)};
 
     OrmColorBarTicks::SLayout sLayout;
     const double fLabelX = sBar.m_fRight + fTickLength + fLabelGap;
@@ -246,7 +247,7 @@ void COrmImageView::renderColorBar(COrmPalette* pPalette, RenderTextWidget* pTex
     const CFlatState objState;
     CRectangles objRectangles(sPixels);
     addFrame(objRectangles, sBar, nTextColor);
-    addColors(objRectangles, *pPalette, fPixelLeft, fPixelRight, fPixelBottom, fPixelTop);
+    addColors(objRectangles, *pPalette, sBar, fPixelBottom, fPixelTop);
     addTicks(objRectangles, sBar, sLayout, nTextColor);
     objRectangles.draw();
 
