@@ -224,6 +224,8 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
             fValue *= static_cast<float>(noise.around(1.0, 0.04));
         }
 
+        const int nSpotColumn = nChannel % 2;
+        const int nSpotRow = nChannel / 2;
         QByteArray aInfo = "[photographic image]\nField of View=13.6\nImage File=photograph.png\n[structure image]\n[reference image]\n"
                            "[luminescent image]\nField of View=13.6\n";
         aInfo +=
@@ -232,8 +234,8 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
         {
             aInfo += QStringLiteral("Excitation Filter=%1\nFL x-spot=%2\nFL y-spot=%3\nExposure Time=2\n")
                          .arg(result.m_strExcitationFilter)
-                         .arg(6.4 + 0.4 * (nChannel % 2), 0, 'f', 2)
-                         .arg(6.4 + 0.8 * (nChannel / 2), 0, 'f', 2)
+                         .arg(6.4 + 0.4 * nSpotColumn, 0, 'f', 2)
+                         .arg(6.4 + 0.8 * nSpotRow, 0, 'f', 2)
                          .toUtf8();
         }
         else
