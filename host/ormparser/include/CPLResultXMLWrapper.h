@@ -95,15 +95,21 @@ protected:
     bool fail(const QString& strPlace, const QString& strReason);
 
 private:
-    bool row(COrmXMLSection* pSection, const QString& strTag, int nIndex);
+    /// Puts the text of a key of a row into @p strText, which is good until the next read. False, noted, if that fails.
     bool rowKey(COrmXMLSection* pSection, const QString& strTag, int nIndex, const QString& strKey, std::string_view& strText);
     bool rowKeys(COrmXMLSection* pSection, const QString& strTag, int nIndex, const QStringList& lstKeys, QStringList& lstValues);
-    bool checkCount(const QString& strTag, qint64 nCount, qint64 nKeys);
+    bool ownInt(const QString& strSecond, const QString& strKey, bool bMayBeAbsent, int& nValue);
     bool hexText(const QString& strTag, int nIndex, qint64 nValues, int nDigits, std::string_view& strText);
-    bool badDigit(const QString& strTag, int nIndex, qint64 nOffset);
-    COrmXMLSection* findSection(const QString& strFirst, const QString& strSecond);
+    template <typename T, typename FnDecode>
+    bool readHex(const QString& strTag, int nIndex, qint64 nValues, int nDigits, T& vecOut, FnDecode fnDecode);
+    template <typename T, typename FnParse>
+    bool readRows(const QString& strTag, const QStringList& lstKeys, qint64 nCount, std::vector<T>& vecOut, FnParse fnParse);
+    template <typename FnRead>
+    bool guarded(const QString& strPlace, FnRead fnRead);
+    bool absent(const QString& strPlace, const QString& strReason);
 
     CPLXMLReader m_objReader;
     COrmXMLSection* m_pCurrent = nullptr; ///< the current second tag; belongs to m_objReader; null: none
+    QString m_strCurrent;                 ///< its name
     QString m_strLastError;
 };
