@@ -4,8 +4,6 @@
 #include "COrmImage.h"
 #include "Coord3d.h"
 
-#include <QSharedDataPointer>
-
 #include <memory>
 #include <vector>
 
@@ -58,17 +56,17 @@ public:
     const std::vector<float>& vertices() const;
     /// Three vertex indexes per triangle, as they were given.
     const std::vector<quint32>& triangles() const;
-    /// True if every edge joins exactly two triangles that run along it in opposite directions.
+    /// Whether the surface is closed and its triangles turn the same way: see MeshTopology::isClosed().
     bool isClosed() const;
 
 private:
     struct SColors;
     const COrmPalette& densityPalette() const;
-    const SColors* densityColors();
+    const SColors& densityColors(quint8 nAlpha);
 
-    QSharedDataPointer<CMeshGeometry> m_pGeometry; ///< never null
-    float m_afPlainColor[3];                       ///< red, green, blue, 0 to 1
-    const float* m_pDensity = nullptr;             ///< the caller's map; null: none
-    std::shared_ptr<const COrmPalette> m_pPalette; ///< the palette given with the map; null: the mesh's own
-    std::shared_ptr<const SColors> m_pColors;      ///< colours of the map, made for one state of palette, plain colour and opacity
+    std::shared_ptr<const CMeshGeometry> m_pGeometry; ///< never null
+    float m_afPlainColor[3];                          ///< red, green, blue, 0 to 1
+    const float* m_pDensity = nullptr;                ///< the caller's map; null: none
+    std::shared_ptr<const COrmPalette> m_pPalette;    ///< the palette given with the map; null: the mesh's own
+    std::shared_ptr<const SColors> m_pColors;         ///< colours of the map, made for one state of palette, plain colour and opacity
 };

@@ -36,6 +36,9 @@ public:
     COrmPalette m_objPalette;  ///< colours the voxels; values below its range are not drawn
     bool m_bMIP = false;       ///< maximum intensity projection instead of translucent voxels
 
+    /// Most voxels that one volume can hold.
+    static constexpr unsigned long nMaxVoxels = 64'000'000;
+
     explicit C3DVolume(QString strName);
     C3DVolume(const C3DVolume& objOther);
     C3DVolume& operator=(const C3DVolume& objOther);
@@ -87,16 +90,15 @@ public:
     void setLogScale(int nLogScale) { m_objPalette.setLogScale(nLogScale); }
 
 private:
-    const CVolumeGeometry& geometry() const;
     const CVolumeLook& look();
     void drawVoxels();
-    void drawMarks();
+    void drawMarks(float fPixels, bool bRing);
     void nameVoxels() const;
 
-    QSharedDataPointer<CVoxelBlock> m_pBlock;  ///< the voxels and what is made of them once; never null, never written after loading
-    std::shared_ptr<CVolumeLook> m_pLook;      ///< colours for one state of palette, threshold and projection; null until needed
-    QSharedDataPointer<CVolumeMarks> m_pMarks; ///< null while nothing is marked
-    double m_fDisplayThreshold;                ///< fraction of the highest value
+    std::shared_ptr<const CVoxelBlock> m_pBlock; ///< the voxels and what is made of them once; never null
+    std::shared_ptr<const CVolumeLook> m_pLook;  ///< colours for one state of palette, threshold and projection; null until needed
+    QSharedDataPointer<CVolumeMarks> m_pMarks;   ///< null while nothing is marked
+    double m_fDisplayThreshold;                  ///< fraction of the highest value
 };
 
 Q_DECLARE_TYPEINFO(C3DVolume::Voxel, Q_PRIMITIVE_TYPE);

@@ -16,9 +16,13 @@ public:
     /// A voxel may lie off its cell's centre by this fraction of the pitch, along each axis.
     static constexpr double fTolerance = 0.01;
 
-    /// Finds the grid of the voxels. False, with one sentence in @p pstrReason (may be null), when the pitch is not above 0 and finite,
-    /// a coordinate is not finite, a voxel is off the grid, two share a cell, or the box has more than nMaxCells cells.
-    /// No voxels at all give a grid without cells.
+    /// Finds the grid of voxels given by their coordinates. False, with one sentence in @p pstrReason (may be null), when the pitch is not
+    /// above 0 and finite, a coordinate is not finite, a voxel is off the grid, two share a cell, or the box has more than nMaxCells
+    /// cells. No voxels at all give a grid without cells.
+    /// @param pCoordinates x, y, z of the first voxel
+    /// @param nStride      bytes from one voxel's coordinates to the next one's
+    bool fit(const float* pCoordinates, qint64 nVoxels, std::size_t nStride, double fPitch, QString* pstrReason);
+    /// The same for the voxels of a volume.
     bool fit(const QVector<C3DVolume::Voxel>& vecVoxels, double fPitch, QString* pstrReason);
 
     /// Number of cells along an axis (0 x, 1 y, 2 z).
@@ -27,8 +31,8 @@ public:
     /// Centre of the first cell along an axis, millimetres.
     double origin(int nAxis) const { return m_afOrigin[static_cast<std::size_t>(nAxis)]; }
     double pitch() const { return m_fPitch; }
-    /// The cell of a voxel that the grid was found from.
-    quint32 cellOf(const C3DVolume::Voxel& voxel) const;
+    /// The cell of a voxel that the grid was found from, by its x, y, z.
+    quint32 cellOf(const float* pCoordinates) const;
 
     /// Parts into which a voxel of this edge is split along each axis to be shown smoothly: 4 from 1 mm on, 2 from 0.5 mm on, else 1.
     static int subdivision(float fVoxelSize);
@@ -36,7 +40,9 @@ public:
     qint64 refinedCellCount(qint64 nMargin, qint64 nSubdivision) const;
 
 private:
-    bool fitAxis(const QVector<C3DVolume::Voxel>& vecVoxels, int nAxis, QString* pstrReason);
+    struct SCoordinates;
+    bool fitAxis(const SCoordinates& sCoordinates, std::size_t nAxis, QString* pstrReason);
+    bool isFree(const SCoordinates& sCoordinates, QString* pstrReason) const;
 
     double m_fPitch = 1.0;
     std::array<double, 3> m_afOrigin = {0.0, 0.0, 0.0};

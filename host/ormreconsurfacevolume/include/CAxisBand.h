@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 /// A linear operation along one axis of a grid, held as a band matrix: each cell of the result is a weighted sum of a few
@@ -19,23 +22,24 @@ public:
     /// Replaces each cell by the mean of itself and its two neighbours; beyond the ends there are zeros.
     void average();
 
-    long sourceSize() const { return m_nSource; }
     /// Number of cells of the result.
     long size() const { return static_cast<long>(m_vecFirst.size()); }
-    /// Number of weights of every cell.
-    long width() const { return m_nWidth; }
-    /// The first source cell that a cell depends on; it and the next width() - 1 ones exist.
+    /// The most source cells that a cell depends on.
+    long width() const { return m_nStride; }
+    /// The first source cell that a cell depends on.
     long first(long nCell) const { return m_vecFirst[static_cast<std::size_t>(nCell)]; }
-    /// The width() weights of a cell.
-    const double* weights(long nCell) const { return m_vecWeights.data() + nCell * m_nWidth; }
+    /// How many source cells, from first() on, it depends on; may be 0.
+    long count(long nCell) const { return m_vecCount[static_cast<std::size_t>(nCell)]; }
+    /// The weights of these cells.
+    const double* weights(long nCell) const { return m_vecWeights.data() + nCell * m_nStride; }
 
 private:
-    struct SRow;
-    std::vector<SRow> rows() const;
-    void setRows(const std::vector<SRow>& vecRows);
+    using Terms = std::array<std::pair<long, double>, 3>; ///< cells of the present result, which may lie outside of it, and their weights
+    template <typename FnTerms>
+    void combine(long nCells, FnTerms fnTerms);
 
-    long m_nSource = 0;
-    long m_nWidth = 0;
+    long m_nStride = 0;
     std::vector<long> m_vecFirst;
-    std::vector<double> m_vecWeights;
+    std::vector<long> m_vecCount;
+    std::vector<double> m_vecWeights; ///< m_nStride for each cell
 };

@@ -27,6 +27,8 @@ public:
     Coord3d cellCentre(long nX, long nY, long nZ) const;
     /// Whether a cell is, or is part of, one that held a voxel.
     bool isFilled(long nX, long nY, long nZ) const;
+    /// The cells that held a voxel, in the grid as it was made.
+    const QList<VoxelIndex>& filledCells() const { return m_lstFilled; }
 
 protected:
     /// Adds cells on every side.

@@ -4,6 +4,8 @@
 #include "CVoxelLattice.h"
 #include "bVolumeGrid.h"
 
+#include <QVector>
+
 #include <array>
 #include <functional>
 #include <vector>
@@ -25,23 +27,29 @@ public:
     bool subdivide(unsigned long nParts);
     /// Replaces every cell by the mean of its 3 x 3 x 3 neighbourhood, as often as said. Outside the grid there are zeros.
     void average(long nPasses);
-    /// Brings the grid up to date: cells below the minimum become 0. For a minimum of 0 there is nothing to compute, since no cell is below
-    /// it.
+    /// Brings the grid up to date: cells below the minimum become 0. A minimum of 0 leaves nothing to do, since no cell is below it.
     void update(double fMinimum);
-    /// Cells for which the predicate on their centre is false become 0.
-    void clearWhere(const std::function<bool(long nX, long nY, long nZ, double fValue)>& fnClear);
 
-    /// The amount in a cell.
+    /// Gets the amounts of plane nZ, x fastest, to be changed in place.
+    using FnPlane = std::function<void(long nZ, double* pAmounts)>;
+    /// Computes all amounts once, lets the function change them, and goes on from there.
+    void change(const FnPlane& fnPlane);
+
+    /// The amount in a cell, computed for it alone.
     double value(long nX, long nY, long nZ) const;
     /// The sum of the amounts that the grid was made of.
     double sourceTotal() const { return m_fSourceTotal; }
+
+    // What the amounts are computed from: a block of cells, one band per axis and a factor.
+    const std::vector<float>& source() const { return m_vecSource; } ///< x fastest, then y, then z
+    long sourceCells(int nAxis) const { return m_anBlockCells[static_cast<std::size_t>(nAxis)]; }
     const CAxisBand& band(int nAxis) const { return m_abandAxes[static_cast<std::size_t>(nAxis)]; }
-    /// The amounts as they were made or last computed, x fastest, then y, then z: what the bands work on.
-    const std::vector<float>& source() const { return m_vecSource; }
+    double factor() const { return m_fFactor; }
 
 private:
     std::vector<float> m_vecSource;
+    std::array<long, 3> m_anBlockCells = {0, 0, 0}; ///< cells of m_vecSource
     std::array<CAxisBand, 3> m_abandAxes;
-    double m_fScale = 1.0; ///< every amount is multiplied by this: what subdivision takes off
+    double m_fFactor = 1.0; ///< what subdivision takes off every amount
     double m_fSourceTotal = 0.0;
 };

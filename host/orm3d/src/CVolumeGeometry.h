@@ -1,0 +1,50 @@
+#pragma once
+
+#include "C3DVolume.h"
+
+#include <QVector>
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+/// The voxels of a volume in the order in which they are drawn, whatever their colours: by ascending value, so that what lies above
+/// a threshold is one stretch at the end, and so that later ones may overwrite earlier ones in a maximum intensity projection. A number
+/// in this order is called a place here.
+class CVolumeGeometry
+{
+public:
+    CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize);
+
+    std::size_t size() const { return m_vecValues.size(); }
+    /// x, y, z of each place, one after the other: a vertex array.
+    const float* positions() const { return m_vecPositions.data(); }
+    /// Values by place; those that are not finite come first, as the lowest number there is.
+    const std::vector<float>& values() const { return m_vecValues; }
+    /// The number of the voxel at a place.
+    quint32 voxel(std::size_t nPlace) const { return m_vecVoxels[nPlace]; }
+    /// The highest finite value; 0 without any.
+    float highest() const { return m_fHighest; }
+    /// The largest absolute coordinate along each axis.
+    const std::array<float, 3>& extent() const { return m_afExtent; }
+
+    /// Opacity of each place, 0 to 255, for squares of two voxels drawn one over the other. Through as many voxels of the highest value
+    /// as lie along the edge of a cube of all voxels from half of that value on, the opacity is 0.95, whatever grid or range.
+    std::vector<quint8> opacities() const;
+
+    /// The places from nFirst on, from the farthest to the nearest, each less nFirst. Voxels lie on a grid and are seen in parallel, so
+    /// that the order depends on nothing but the directions in which the axes approach the viewer.
+    std::vector<quint32> backToFront(std::size_t nFirst, bool bNearerWithX, bool bNearerWithY, bool bNearerWithZ) const;
+
+private:
+    void sortByPlace(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize);
+
+    std::vector<float> m_vecPositions;
+    std::vector<float> m_vecValues;
+    std::vector<quint32> m_vecVoxels;
+    std::vector<quint32> m_vecGrid;   ///< places by ascending z, then y, then x
+    std::vector<quint32> m_vecRows;   ///< where in m_vecGrid a row (same z and y) begins, and the end
+    std::vector<quint32> m_vecPlanes; ///< where in m_vecRows a plane (same z) begins, and the end
+    std::array<float, 3> m_afExtent = {0.0f, 0.0f, 0.0f};
+    float m_fHighest = 0.0f;
+};

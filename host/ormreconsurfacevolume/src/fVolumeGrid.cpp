@@ -1,0 +1,169 @@
+#include "fVolumeGrid.h"
+
+#include "CGridSweep.h"
+#include "COrmLog.h"
+#include "COrmProcess.h"
+
+#include <QMutexLocker>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+/// Whether a box of these cells, widened and split, stays within what a grid may hold.
+bool isPossible(const bVolumeGrid& objGrid, qint64 nMargin, qint64 nParts)
+{
+    qint64 nCells = 1;
+    for (int nAxis = 0; nAxis < 3; ++nAxis)
+    {
+        qint64 nLine = 0;
+        if (__builtin_mul_overflow(nMargin, 2, &nLine) || __builtin_add_overflow(nLine, objGrid.cells(nAxis), &nLine) ||
+            __builtin_mul_overflow(nLine, nParts, &nLine) || __builtin_mul_overflow(nCells, nLine, &nCells) ||
+            nCells > CVoxelLattice::nMaxCells)
+            return false;
+    }
+    return true;
+}
+
+bool refuse(const QString& strReason)
+{
+    ORM_LOG(3, strReason);
+    return false;
+}
+} // namespace
+
+fVolumeGrid::fVolumeGrid() = default;
+
+fVolumeGrid::~fVolumeGrid() = default;
+
+void fVolumeGrid::assign(const CVoxelLattice& objLattice, const QVector<C3DVolume::Voxel>& vecVoxels)
+{
+    const QMutexLocker objLocker(&m_objMutex);
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+    {
+        m_anCells[nAxis] = objLattice.cells(static_cast<int>(nAxis));
+        m_afOrigin[nAxis] = objLattice.origin(static_cast<int>(nAxis));
+        m_abandAxes[nAxis] = CAxisBand(m_anCells[nAxis]);
+    }
+    m_anSourceCells = m_anCells;
+    m_anBlockCells = m_anCells;
+    m_fCellSize = objLattice.pitch();
+    m_nMargin = 0;
+    m_nParts = 1;
+    m_fFactor = 1.0;
+    m_fSourceTotal = 0.0;
+    m_vecSource.assign(static_cast<std::size_t>(cellCount()), 0.0f);
+    m_vecFilled.assign(m_vecSource.size(), false);
+    m_lstFilled.clear();
+    m_lstFilled.reserve(vecVoxels.size());
+    for (const C3DVolume::Voxel& voxel : vecVoxels)
+    {
+        const quint32 nCell = objLattice.cellOf(&voxel.x);
+        m_vecFilled[nCell] = true;
+        m_lstFilled.append(VoxelIndex{nCell});
+        if (!(voxel.fValue > 0.0f) || !std::isfinite(voxel.fValue))
+            continue;
+        m_vecSource[nCell] = voxel.fValue;
+        m_fSourceTotal += static_cast<double>(voxel.fValue);
+    }
+}
+
+bool fVolumeGrid::paddingVoxels(unsigned long nMargin)
+{
+    if (nMargin > static_cast<unsigned long>(CVoxelLattice::nMaxCells) || !isPossible(*this, static_cast<qint64>(nMargin), 1))
+        return refuse(QStringLiteral("A grid cannot have a margin of %1 cells.").arg(nMargin));
+    const QMutexLocker objLocker(&m_objMutex);
+    const auto nCells = static_cast<long>(nMargin);
+    for (CAxisBand& objBand : m_abandAxes)
+        objBand.widen(nCells);
+    growBox(nCells);
+    return true;
+}
+
+bool fVolumeGrid::subdivide(unsigned long nParts)
+{
+    if (nParts == 0 || nParts > static_cast<unsigned long>(CVoxelLattice::nMaxCells) || !isPossible(*this, 0, static_cast<qint64>(nParts)))
+        return refuse(QStringLiteral("The cells of a grid cannot be split into %1 parts along each axis.").arg(nParts));
+    const QMutexLocker objLocker(&m_objMutex);
+    const auto nAlong = static_cast<long>(nParts);
+    for (CAxisBand& objBand : m_abandAxes)
+        objBand.subdivide(nAlong);
+    splitCells(nAlong);
+    m_fFactor /= static_cast<double>(nAlong) * static_cast<double>(nAlong) * static_cast<double>(nAlong);
+    return true;
+}
+
+void fVolumeGrid::average(long nPasses)
+{
+    const QMutexLocker objLocker(&m_objMutex);
+    for (long i = 0; i < nPasses; ++i)
+    {
+        for (CAxisBand& objBand : m_abandAxes)
+            objBand.average();
+    }
+}
+
+void fVolumeGrid::update(double fMinimum)
+{
+    if (!(fMinimum > 0.0))
+        return;
+    change(
+        [&](long, double* pAmounts)
+        {
+            std::for_each(pAmounts, pAmounts + m_anCells[0] * m_anCells[1],
+                          [&](double& fAmount)
+                          {
+                              if (fAmount < fMinimum)
+                                  fAmount = 0.0;
+                          });
+        });
+}
+
+void fVolumeGrid::change(const FnPlane& fnPlane)
+{
+    const QMutexLocker objLocker(&m_objMutex);
+    const auto nPlane = static_cast<std::size_t>(m_anCells[0] * m_anCells[1]);
+    std::vector<float> vecAmounts;
+    vecAmounts.reserve(static_cast<std::size_t>(cellCount()));
+    std::vector<double> vecPlane(nPlane);
+    CGridSweep objSweep(*this);
+    for (long nZ = 0; nZ < m_anCells[2]; ++nZ)
+    {
+        COrmProcess::keepAlive();
+        const double* pPlane = objSweep.plane(nZ);
+        std::copy(pPlane, pPlane + nPlane, vecPlane.begin());
+        fnPlane(nZ, vecPlane.data());
+        for (const double fAmount : vecPlane)
+            vecAmounts.push_back(static_cast<float>(std::max(fAmount, 0.0)));
+    }
+    m_vecSource = std::move(vecAmounts);
+    m_anBlockCells = m_anCells;
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+        m_abandAxes[nAxis] = CAxisBand(m_anCells[nAxis]);
+    m_fFactor = 1.0;
+}
+
+double fVolumeGrid::value(long nX, long nY, long nZ) const
+{
+    const long anCell[3] = {nX, nY, nZ};
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+    {
+        if (anCell[nAxis] < 0 || anCell[nAxis] >= m_anCells[nAxis])
+            return 0.0;
+    }
+    double fSum = 0.0;
+    const auto& [objX, objY, objZ] = m_abandAxes;
+    for (long k = 0; k < objZ.count(nZ); ++k)
+    {
+        for (long j = 0; j < objY.count(nY); ++j)
+        {
+            const long nRow = ((objZ.first(nZ) + k) * m_anBlockCells[1] + objY.first(nY) + j) * m_anBlockCells[0];
+            for (long i = 0; i < objX.count(nX); ++i)
+                fSum += objZ.weights(nZ)[k] * objY.weights(nY)[j] * objX.weights(nX)[i] *
+                        static_cast<double>(m_vecSource[static_cast<std::size_t>(nRow + objX.first(nX) + i)]);
+        }
+    }
+    return fSum * m_fFactor;
+}
