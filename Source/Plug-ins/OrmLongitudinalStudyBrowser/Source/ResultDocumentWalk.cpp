@@ -54,19 +54,14 @@ public:
 
     bool run(const QString& strPath)
     {
-        try
-        {
-            return readDocument(strPath) && readUnit() && readVersions() && readMesh() && readSequenceID() && readNames() &&
-                   readList(m_objKind.lstFilters[0]) && readList(m_objKind.lstFilters[1]) && readList(m_objKind.objClicks) &&
-                   readOpticalProperties() && readHeightMap() && readSimulatedDensity() && readMeasuredDensity() && readVolume() &&
-                   readResults();
-        }
-        catch (const std::exception&)
-        {
-            // In practice memory that ran short; the step at work has said beforehand how it reports a failure.
-            return fail(m_objOnException);
-        }
+        return readDocument(strPath) && readUnit() && readVersions() && readMesh() && readSequenceID() && readNames() &&
+               readList(m_objKind.lstFilters[0]) && readList(m_objKind.lstFilters[1]) && readList(m_objKind.objClicks) &&
+               readOpticalProperties() && readHeightMap() && readSimulatedDensity() && readMeasuredDensity() && readVolume() &&
+               readResults();
     }
+
+    /// Says what the step that was interrupted says of a failure.
+    void sayInterrupted() { say(m_objOnException); }
 
 private:
     void say(const SMessage& objMessage)
@@ -468,7 +463,23 @@ private:
 
 bool read(const SKind& objKind, CWalkHost& objHost, const QString& strPath, const STarget& objTarget)
 {
-    return CWalk(objKind, objHost, objTarget).run(strPath);
+    try
+    {
+        CWalk objWalk(objKind, objHost, objTarget);
+        try
+        {
+            return objWalk.run(strPath);
+        }
+        catch (const std::exception&)
+        {
+            objWalk.sayInterrupted(); // in practice memory ran short
+        }
+    }
+    catch (const std::exception&)
+    {
+        // Not even memory for a message.
+    }
+    return false;
 }
 
 QString normalisedSoftwareVersion(const QString& strVersion)
