@@ -33,7 +33,8 @@ class COrmXYPlot : public QWidget
     Q_OBJECT
 
 public:
-    /// What is drawn of a line. Points need bPointVisible as well; a line of a single point shows it in every mode.
+    /// What is drawn of a line; any other value means the first. Beside a line, points need bPointVisible as well. A line of a single point
+    /// shows it in every mode. Where a value is missing (not finite) the line is interrupted.
     enum DISPLAY_MODE
     {
         LineMode = 1,
