@@ -179,6 +179,7 @@ bool OrmXmlScanner::scanOutside()
 bool OrmXmlScanner::scanText()
 {
     const char* pRun = m_p;
+    skipBlanks(); // mostly there is nothing else between two tags
     while (m_p < m_pEnd && *m_p != '<')
     {
         const char* pChunkEnd = std::min(m_pEnd, m_p + std::min<qint64>(nTextChunk, m_pEnd - m_p));
