@@ -15,7 +15,7 @@ class COrmBasePalette;
 /// the order of the calls. Only one may live at a time. The forms of the entries:
 ///
 ///     log 2: <message>                        the host's own entries, which carry a file name, are left out
-///     hint: <text>                            of a palette that is watched; only hints that differ from the one shown
+///     hint: <text>                            of a palette that is watched
 ///     progress 3/15: <text>
 ///     process start 15 8 false <abort text>   steps, kind, whether it may be aborted
 ///     process end 1

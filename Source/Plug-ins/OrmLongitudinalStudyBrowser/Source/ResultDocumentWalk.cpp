@@ -1,11 +1,13 @@
 #include "ResultDocumentWalk.h"
 
 #include "AnalysisResultXMLWrapper.h"
+#include "OrmHexText.h"
 #include "ResultUnits.h"
 
-#include <QtGlobal>
+#include <QFileInfo>
 
 #include <exception>
+#include <memory>
 #include <new>
 #include <vector>
 
@@ -41,6 +43,13 @@ EFormat formatOf(const QString& strVersion)
 QString tag(const char* pText)
 {
     return QString::fromLatin1(pText);
+}
+
+/// Whether that many floats can be had.
+bool hasMemoryFor(qint64 nFloats)
+{
+    const std::unique_ptr<float[]> pFloats(new (std::nothrow) float[static_cast<size_t>(nFloats)]);
+    return pFloats != nullptr;
 }
 
 /// One reading of one document. Each step says its own messages and returns false where the walk ends.
@@ -90,6 +99,7 @@ private:
     {
         m_objOnException = m_objKind.objNoDocument;
         progress(m_objKind.pProgressFile, 1);
+        m_nFileBytes = QFileInfo(strPath).size();
         return m_objXML.loadXMLFile(strPath) || fail(m_objKind.objNoDocument);
     }
 
@@ -255,20 +265,16 @@ private:
         {
             return true;
         }
-        try
+        if (nPixels <= m_nFileBytes / OrmHexText::nDigitsPerValue && !hasMemoryFor(nPixels))
         {
-            std::vector<float> vecPixels;
-            if (!m_objXML.readCurrentHexFloats(tag(m_objKind.pHeightMapEntry), 0, nPixels, vecPixels))
-            {
-                return fail(m_objKind.objBadHeightMap);
-            }
-            m_objRecord.imgHeightMap.initWithData(g_ePixelFloat, nWidth, nHeight, vecPixels.data());
+            return true; // nobody looks at the height map: a result does without it
         }
-        catch (const std::bad_alloc&)
+        std::vector<float> vecPixels;
+        if (!m_objXML.readCurrentHexFloats(tag(m_objKind.pHeightMapEntry), 0, nPixels, vecPixels))
         {
-            // A result does without its height map, and nobody looks at it.
-            m_objRecord.imgHeightMap = COrmImage();
+            return fail(m_objKind.objBadHeightMap);
         }
+        m_objRecord.imgHeightMap.initWithData(g_ePixelFloat, nWidth, nHeight, vecPixels.data());
         return true;
     }
 
@@ -453,6 +459,7 @@ private:
     const STarget& m_objTarget;
     SAnalysisBase& m_objRecord;
     AnalysisResultXMLWrapper m_objXML;
+    qint64 m_nFileBytes = 0; ///< what a document of this size can hold bounds what is asked of the memory
     EFormat m_eFormat = EFormat::Unknown;
     QString m_strSoftware;
     std::vector<int> m_vecSizes; ///< the two sizes of the block last read

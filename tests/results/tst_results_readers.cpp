@@ -1,0 +1,246 @@
+#include "CStudyWriter.h"
+#include "CToolWindow.h"
+#include "ExpectedLoad.h"
+#include "OrmTestMain.h"
+#include "ReaderCases.h"
+
+#include "COrmProcess.h"
+
+#include <QGroupBox>
+#include <QRadioButton>
+
+/// Both readers of result documents through the window: every message with its channel, level and place among all calls of the host,
+/// each brought about by one damaged document; which absences are tolerated; what the record holds.
+class tst_results_readers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void soundDocumentsLoadInTheStatedOrder_data();
+    void soundDocumentsLoadInTheStatedOrder();
+    void everyMessageHasItsPlace_data();
+    void everyMessageHasItsPlace();
+    void unitsThatDontFitAreRefused_data();
+    void unitsThatDontFitAreRefused();
+    void loadingWaitsForTheSavePrompt();
+};
+
+namespace
+{
+
+QByteArray kindName(int nKind)
+{
+    return nKind == 1 ? "NOVA" : "SOLA";
+}
+
+/// The sequence "SEQ1" with the document as its one result "R".
+void loadDocument(CToolWindow& objTool, const SResultDocument& objDocument)
+{
+    CStudyWriter objStudy;
+    objStudy.addSequence("SEQ1", objDocument.nKind == 1 ? SSequenceLook::fluorescent() : SSequenceLook::luminescent());
+    objStudy.addResult("SEQ1", "R", objDocument);
+    objTool.open(objStudy.folder());
+    objTool.chooseSequence(kindName(objDocument.nKind) + " SEQ1");
+    objTool.host().clear();
+    objTool.load({"R"});
+}
+
+/// The host's calls where something differs after an entry. An entry "?10 ..." is said in that version only.
+QStringList expectedCalls(const ReaderCases::SCase& objCase, const QString& strVersion)
+{
+    QStringList lstReading = ExpectedLoad::reading(objCase.nKind);
+    if (!objCase.strAfter.isEmpty())
+    {
+        const int nAt = lstReading.indexOf(objCase.strAfter) + 1;
+        const QStringList lstRest = lstReading.mid(nAt);
+        lstReading = lstReading.mid(0, nAt);
+        const QString strOther = strVersion == "1.0" ? "?20 " : "?10 ";
+        for (const QString& strThen : objCase.lstThen)
+        {
+            if (!strThen.startsWith(strOther))
+            {
+                lstReading.append(strThen.startsWith('?') ? strThen.mid(4) : strThen);
+            }
+        }
+        lstReading += objCase.eEnd == ReaderCases::SCase::Ends ? QStringList() : lstRest;
+    }
+    QStringList lst = ExpectedLoad::beginning() + lstReading;
+    lst += objCase.eEnd == ReaderCases::SCase::Continues ? ExpectedLoad::application(objCase.nKind) + QStringList("cursor restored")
+                                                         : ExpectedLoad::failedReading();
+    return lst + ExpectedLoad::closing();
+}
+
+} // namespace
+
+void tst_results_readers::soundDocumentsLoadInTheStatedOrder_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::addColumn<QString>("strVersion");
+    QTest::newRow("SOLA 1.0") << 0 << "1.0";
+    QTest::newRow("SOLA 2.0") << 0 << "2.0";
+    QTest::newRow("NOVA 1.0") << 1 << "1.0";
+    QTest::newRow("NOVA 2.0") << 1 << "2.0";
+}
+
+void tst_results_readers::soundDocumentsLoadInTheStatedOrder()
+{
+    QFETCH(int, nKind);
+    QFETCH(QString, strVersion);
+    CToolWindow objTool;
+    loadDocument(objTool, SResultDocument(nKind, strVersion));
+    const QString strDifference = ExpectedLoad::difference(objTool.host().calls(), ExpectedLoad::success(nKind));
+    QVERIFY2(strDifference.isEmpty(), qPrintable(strDifference));
+    QCOMPARE(objTool.tiles(), QStringList("SEQ1R"));
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+    QVERIFY(!COrmProcess::isProcessInProgress(eLongProcessAnalysis));
+    QVERIFY(!COrmProcess::isUserInteractionDisabled());
+}
+
+void tst_results_readers::everyMessageHasItsPlace_data()
+{
+    QTest::addColumn<int>("nCase");
+    QTest::addColumn<QString>("strVersion");
+    const QList<ReaderCases::SCase> lstCases = ReaderCases::allCases();
+    for (int i = 0; i < lstCases.size(); ++i)
+    {
+        for (const char* pVersion : {"1.0", "2.0"})
+        {
+            if (lstCases.at(i).pVersion == nullptr || QByteArray(lstCases.at(i).pVersion) == pVersion)
+            {
+                QTest::addRow("%s %s: %s", kindName(lstCases.at(i).nKind).constData(), pVersion, lstCases.at(i).pName)
+                    << i << QString(pVersion);
+            }
+        }
+    }
+}
+
+void tst_results_readers::everyMessageHasItsPlace()
+{
+    QFETCH(int, nCase);
+    QFETCH(QString, strVersion);
+    const ReaderCases::SCase objCase = ReaderCases::allCases().at(nCase);
+    SResultDocument objDocument(objCase.nKind, strVersion);
+    objCase.fnDamage(objDocument);
+    CToolWindow objTool;
+    loadDocument(objTool, objDocument);
+    const QString strDifference = ExpectedLoad::difference(objTool.host().calls(), expectedCalls(objCase, strVersion));
+    QVERIFY2(strDifference.isEmpty(), qPrintable(strDifference));
+
+    // The state that is left: no cursor, no process, a free interface, and a tile only of what was loaded.
+    const bool bLoaded = objCase.eEnd == ReaderCases::SCase::Continues;
+    QCOMPARE(objTool.tiles(), bLoaded ? QStringList("SEQ1R") : QStringList());
+    QCOMPARE(objTool.view().getLoadedResult(), bLoaded ? QStringList("SEQ1R") : QStringList());
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+    QVERIFY(!COrmProcess::isProcessInProgress(eLongProcessAnalysis));
+    QVERIFY(!COrmProcess::isUserInteractionDisabled());
+    // The unit is locked as soon as a reader has got past the names, whether or not the load then failed.
+    const QStringList lstReading = ExpectedLoad::reading(objCase.nKind);
+    const bool bNamesRead = objTool.host().calls().contains(lstReading.at(4)) &&
+                            !objTool.host().calls().join('\n').contains("wavelength information") &&
+                            !objTool.host().calls().join('\n').contains("Image Source information");
+    const char* pGroup = objCase.nKind == 1 ? "m_pNOVAGB" : "m_pSOLAGB";
+    if (bNamesRead)
+    {
+        QVERIFY(!objTool.get<QGroupBox>(pGroup)->isEnabled());
+    }
+}
+
+void tst_results_readers::unitsThatDontFitAreRefused_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::addColumn<QString>("strType"); // of the result's calibration
+    QTest::addColumn<QString>("strButton");
+    QTest::addColumn<QString>("strLog"); // empty: it loads
+    const QString strSOLA = "The SOLA result Measurement Type '%1' is not compatible with the Selected Unit '%2'.";
+    const QString strNOVA = "The NOVA result Measurement Type '%1' is not compatible with the Selected Unit '%2'.";
+    const QString strMolar = QString::fromLatin1("pmol M-\xC2\xB9 cm-\xC2\xB9");
+    QTest::newRow("SOLA plain, photons") << 0 << QString() << "m_pPhotonsPerSecRB" << QString();
+    QTest::newRow("SOLA plain, cells") << 0 << QString() << "m_pSOLACellsRB" << strSOLA.arg("photons/sec", "cells");
+    QTest::newRow("SOLA cells, cells") << 0 << "Cells"
+                                       << "m_pSOLACellsRB" << QString();
+    QTest::newRow("SOLA cells, photons") << 0 << "Cells"
+                                         << "m_pPhotonsPerSecRB" << strSOLA.arg("cells", "photons/sec");
+    QTest::newRow("SOLA dye, photons") << 0 << "Dye molecules"
+                                       << "m_pPhotonsPerSecRB" << strSOLA.arg("", "photons/sec");
+    QTest::newRow("SOLA dye, cells") << 0 << "Dye molecules"
+                                     << "m_pSOLACellsRB" << strSOLA.arg("", "cells");
+    QTest::newRow("NOVA plain, molar") << 1 << QString() << "m_pPmolMcmRB" << QString();
+    QTest::newRow("NOVA plain, pmol") << 1 << QString() << "m_pPmolRB" << strNOVA.arg(strMolar, "pmol");
+    QTest::newRow("NOVA plain, cells") << 1 << QString() << "m_pNOVACellsRB" << strNOVA.arg(strMolar, "cells");
+    QTest::newRow("NOVA dye, pmol") << 1 << "Dye molecules"
+                                    << "m_pPmolRB" << QString();
+    QTest::newRow("NOVA dye, molar") << 1 << "Dye molecules"
+                                     << "m_pPmolMcmRB" << strNOVA.arg("pmol", strMolar);
+    QTest::newRow("NOVA dye, cells") << 1 << "Dye molecules"
+                                     << "m_pNOVACellsRB" << strNOVA.arg("pmol", "cells");
+    QTest::newRow("NOVA cells, cells") << 1 << "Cells"
+                                       << "m_pNOVACellsRB" << QString();
+    QTest::newRow("NOVA cells, pmol") << 1 << "Cells"
+                                      << "m_pPmolRB" << strNOVA.arg("cells", "pmol");
+    QTest::newRow("NOVA unknown, molar") << 1 << "cells"
+                                         << "m_pPmolMcmRB" << strNOVA.arg("", strMolar);
+}
+
+void tst_results_readers::unitsThatDontFitAreRefused()
+{
+    QFETCH(int, nKind);
+    QFETCH(QString, strType);
+    QFETCH(QString, strButton);
+    QFETCH(QString, strLog);
+    SResultDocument objDocument(nKind);
+    objDocument.strMeasurementType = strType;
+    if (!strType.isNull())
+    {
+        objDocument.strPerUnitValue = "2";
+    }
+    CToolWindow objTool;
+    objTool.get<QRadioButton>(qPrintable(strButton))->setChecked(true);
+    loadDocument(objTool, objDocument);
+    QStringList lstExpected = ExpectedLoad::success(nKind);
+    if (!strLog.isEmpty())
+    {
+        // Refused before any mesh is read.
+        lstExpected = ExpectedLoad::beginning() + ExpectedLoad::reading(nKind).mid(0, 2) + QStringList("log 2: " + strLog) +
+                      ExpectedLoad::failedReading() + ExpectedLoad::closing();
+    }
+    const QString strDifference = ExpectedLoad::difference(objTool.host().calls(), lstExpected);
+    QVERIFY2(strDifference.isEmpty(), qPrintable(strDifference));
+    QCOMPARE(objTool.tiles().size(), strLog.isEmpty() ? 1 : 0);
+}
+
+void tst_results_readers::loadingWaitsForTheSavePrompt()
+{
+    // Somebody is asking whether to save: one permit is out. He is done only after the reader has read the results table.
+    COrmBasePalette::lockAskSavingResults(1);
+    QSemaphore objTableRead;
+    QAtomicInt nDone = 0;
+    QScopedPointer<QThread> pPrompt(QThread::create(
+        [&]
+        {
+            objTableRead.acquire();
+            nDone.storeRelease(1);
+            COrmBasePalette::unlockAskSavingResults(1);
+        }));
+    pPrompt->start();
+    CToolWindow objTool;
+    int nDoneAtApplication = -1;
+    connect(&objTool.window(), &COrmBasePalette::statusHintChanged, &objTool.host(),
+            [&](const QString& strHint)
+            {
+                if (strHint == "Reading results output...")
+                {
+                    objTableRead.release();
+                }
+                else if (strHint == "Updating surface mesh...")
+                {
+                    nDoneAtApplication = nDone.loadAcquire();
+                }
+            });
+    loadDocument(objTool, SResultDocument());
+    pPrompt->wait();
+    QCOMPARE(nDoneAtApplication, 1);
+    QCOMPARE(objTool.tiles(), QStringList("SEQ1R"));
+}
+
+ORM_TEST_MAIN(tst_results_readers)
+#include "tst_results_readers.moc"
