@@ -53,7 +53,11 @@ double windowPosition(int nCorner, int nExtent, double fLow, double fHigh, doubl
 }
 } // namespace
 
-CSOLAView::CSOLAView(QWidget* pParent) : QOpenGLWidget(pParent), m_pOwnedFontMetrics(std::make_unique<QFontMetrics>(QFont()))
+// Without OpenGL the view is a window of its own that is never shown: as part of its parent's it would make Qt compose the whole window by
+// OpenGL, and leave all of it blank.
+CSOLAView::CSOLAView(QWidget* pParent)
+    : QOpenGLWidget(pParent, openGLAvailable() ? Qt::WindowFlags() : Qt::WindowFlags(Qt::Window)),
+      m_pOwnedFontMetrics(std::make_unique<QFontMetrics>(QFont()))
 {
     m_pFontMetrics = m_pOwnedFontMetrics.get();
     m_nTextHeight = m_pFontMetrics->height() + TextMargin;
@@ -250,6 +254,10 @@ void CSOLAView::paintEvent(QPaintEvent* pEvent)
 int CSOLAView::settle(int nMaxFrames)
 {
     int nFrames = 0;
+    if (!m_bUsable)
+    {
+        return nFrames;
+    }
     do
     {
         const quint64 nPainted = m_nFrames;
@@ -257,7 +265,7 @@ int CSOLAView::settle(int nMaxFrames)
         repaint();
         if (m_nFrames == nPainted)
         {
-            // Not on the screen, so nobody paints it.
+            // Not on the screen, or painted to it a moment ago.
             grabFramebuffer();
             m_bStale = frameInputs() != objBefore;
         }
