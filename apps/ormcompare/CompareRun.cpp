@@ -17,6 +17,7 @@
 #include <QDoubleSpinBox>
 #include <QFileInfo>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSaveFile>
@@ -130,6 +131,12 @@ void CCompareRun::openSequences()
     }
     const SScanOutcome outcome = m_pSequences->open(lstFolders);
     m_lstReasons.append(outcome.m_lstProblems);
+    // The markers tell the window which list is which; the sequences follow as the host would report them.
+    for (const QString& strKind : {kSola, kNova})
+    {
+        QList<QString> lstMarker{strKind};
+        m_pWindow->updateSequenceNameList(lstMarker);
+    }
     COrmBasePalette& palette = *m_pWindow;
     for (COrmSequenceDataset* pSequence : m_pSequences->sequences())
     {
@@ -420,7 +427,10 @@ void CCompareRun::writePictures()
     }
     if (!m_options.m_strWindowFile.isEmpty())
     {
-        savePicture(m_options.m_strWindowFile, m_pWindow->grab().toImage());
+        // The view's own picture is the one on screen; a grab of the window would take the blending's leftovers for transparency.
+        QImage window = m_pWindow->grab().toImage();
+        QPainter(&window).drawImage(m_pView->mapTo(m_pWindow.get(), QPoint()), m_pView->getPrintImage());
+        savePicture(m_options.m_strWindowFile, window);
     }
 }
 
