@@ -1,13 +1,12 @@
 #include "COrmSequenceSortModel.h"
 
 #include "COrmSequenceModel.h"
+#include "OrmNaturalOrder.h"
 
 #include <QDateTime>
 
-COrmSequenceSortModel::COrmSequenceSortModel(QObject* pParent) : QSortFilterProxyModel(pParent), m_objCollator(QLocale::c())
+COrmSequenceSortModel::COrmSequenceSortModel(QObject* pParent) : QSortFilterProxyModel(pParent)
 {
-    m_objCollator.setNumericMode(true);
-    m_objCollator.setCaseSensitivity(Qt::CaseInsensitive);
     setSortRole(COrmSequenceModel::eSortRole);
     setDynamicSortFilter(true);
 }
@@ -41,13 +40,13 @@ bool COrmSequenceSortModel::lessThan(const QModelIndex& objLeft, const QModelInd
     }
     else
     {
-        const int nOrder = m_objCollator.compare(varLeft.toString(), varRight.toString());
+        const int nOrder = OrmNaturalOrder::compare(varLeft.toString(), varRight.toString());
         if (nOrder != 0)
             return nOrder < 0;
     }
     // What is equal stands in the order of the IDs.
-    return m_objCollator.compare(objLeft.data(COrmSequenceModel::eSequenceIDRole).toString(),
-                                 objRight.data(COrmSequenceModel::eSequenceIDRole).toString()) < 0;
+    return OrmNaturalOrder::compare(objLeft.data(COrmSequenceModel::eSequenceIDRole).toString(),
+                                    objRight.data(COrmSequenceModel::eSequenceIDRole).toString()) < 0;
 }
 
 bool COrmSequenceSortModel::filterAcceptsRow(int nRow, const QModelIndex& objParent) const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCollator>
 #include <QSortFilterProxyModel>
 
 /// Sorts sequences: numbers inside IDs count as numbers, what has no readable date stands at the end. Shows those of which the ID or the
@@ -19,6 +18,5 @@ protected:
     bool filterAcceptsRow(int nRow, const QModelIndex& objParent) const override;
 
 private:
-    QCollator m_objCollator;
     QString m_strFilter;
 };
