@@ -35,7 +35,7 @@ void CBusyStrip::paintEvent(QPaintEvent*)
     objPainter.setBrush(palette().color(QPalette::Mid).lighter(125));
     objPainter.drawRoundedRect(rcStrip, fRadius, fRadius);
 
-    const double fPhase = double(m_nElapsed % g_nPeriodMs) / double(g_nPeriodMs);
+    const double fPhase = double((m_nElapsed + g_nPeriodMs / 4) % g_nPeriodMs) / double(g_nPeriodMs);
     const double fCentre = rcStrip.width() * (fPhase * (1 + g_fLightWidth) - g_fLightWidth / 2);
     const double fHalf = rcStrip.width() * g_fLightWidth / 2;
     QColor clrLight = palette().color(QPalette::Highlight);

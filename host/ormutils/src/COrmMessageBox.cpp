@@ -28,6 +28,12 @@ int buttonNumber(int nButton)
     return nButton & ~int(QMessageBox::FlagMask);
 }
 
+/// Standard buttons are single bits within a range.
+bool isStandardButton(int nNumber)
+{
+    return nNumber >= QMessageBox::FirstButton && nNumber <= QMessageBox::LastButton && (nNumber & (nNumber - 1)) == 0;
+}
+
 /// What is answered when nobody can be asked: what Esc would answer, else the default.
 int answerWithoutUser(const SMessageRequest& objRequest)
 {
@@ -61,11 +67,9 @@ std::array<QAbstractButton*, 3> addButtons(QMessageBox& objBox, const SMessageRe
         else
         {
             const int nButton = objRequest.lstButtons.value(i);
-            if (buttonNumber(nButton) == 0)
+            if (!isStandardButton(buttonNumber(nButton)))
                 continue;
             pButton = objBox.addButton(QMessageBox::StandardButton(buttonNumber(nButton)));
-            if (!pButton) // no standard button has that number
-                continue;
             if (nButton & QMessageBox::Default)
                 objBox.setDefaultButton(pButton);
             if (nButton & QMessageBox::Escape)

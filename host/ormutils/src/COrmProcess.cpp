@@ -86,6 +86,7 @@ void COrmProcess::startLongProcess(int nSteps, tag_eLongProcessTypes eType, bool
     SState& objState = state();
     objState.bOpen = true;
     objState.nType = eType;
+    g_bRepaint.store(false); // what was asked for before belongs to an earlier process
     if (objState.bDisplayEnabled && hasGui())
     {
         if (!objState.pDisplay)

@@ -49,7 +49,6 @@ CProgressDisplay::CProgressDisplay()
     m_pBar->setAlignment(Qt::AlignCenter);
     m_pTime->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_pTime->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00:00:00")));
-    m_pTime->setForegroundRole(QPalette::PlaceholderText);
     connect(m_pAbort, &QPushButton::clicked, this, &CProgressDisplay::abort);
 
     auto* pLayout = new QGridLayout(this);
@@ -117,6 +116,9 @@ void CProgressDisplay::paintNow()
     if (!isVisible())
         return;
     layout()->activate(); // new texts ask for a layout by an event, which nobody delivers now
+    // A late notice that the display was closed before makes the toolkit hold back every paint until the notice of its new appearance
+    // comes, and nobody receives that one during a long process. Painting too early costs nothing.
+    setAttribute(Qt::WA_Mapped);
     repaint();
 }
 
