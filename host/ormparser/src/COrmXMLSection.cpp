@@ -4,6 +4,7 @@
 #include "OrmDocumentLimits.h"
 
 #include <algorithm>
+#include <cstring>
 
 COrmXMLSection::COrmXMLSection(const char* pDocument, const SXmlLayout& objLayout, const SXmlSectionPlace& objPlace,
                                COrmXMLFragment& objFragment)
@@ -88,8 +89,24 @@ COrmXMLSection::STagRows& COrmXMLSection::rowsOf(std::string_view strTag)
         m_lstTags.push_back(std::make_unique<STagRows>());
         m_pLastTag = m_lstTags.back().get();
         m_pLastTag->m_strTag = strTag;
+        skipBatchesWithout(*m_pLastTag);
     }
     return *m_pLastTag;
+}
+
+/// The batches before the first place that looks like a row of the tag have none of them. So a key that is absent costs a search, not a
+/// parse.
+void COrmXMLSection::skipBatchesWithout(STagRows& objRows)
+{
+    const std::string strStart = "<" + objRows.m_strTag;
+    const char* pContent = m_pDocument + m_objPlace.m_objTag.m_nEnd;
+    const char* pEnd = m_pDocument + m_objPlace.m_objTag.m_nStart + m_objPlace.m_nBytes;
+    const void* pFound = memmem(pContent, static_cast<size_t>(pEnd - pContent), strStart.data(), strStart.size());
+    const auto nPlace = static_cast<quint32>((pFound ? static_cast<const char*>(pFound) : pEnd) - m_pDocument);
+    const auto itFirst = m_objLayout.m_vecBatches.begin() + m_objPlace.m_nFirstBatch;
+    const auto itBatch = std::upper_bound(itFirst, itFirst + m_objPlace.m_nBatches, nPlace,
+                                          [](quint32 nWhere, const SXmlBatch& objBatch) { return nWhere < objBatch.m_objRange.m_nEnd; });
+    objRows.m_vecBefore.assign(static_cast<size_t>(itBatch - itFirst) + 1, 0);
 }
 
 /// Makes the rows of the batch those at hand. Batches are counted within the section.

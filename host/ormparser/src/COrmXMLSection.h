@@ -51,6 +51,7 @@ private:
     };
 
     STagRows& rowsOf(std::string_view strTag);
+    void skipBatchesWithout(STagRows& objRows);
     void takeNodes(STagRows& objRows, quint32 nBatch);
     void readNextBatch(STagRows& objRows);
     EOutcome elementText(const pugi::xml_node& objElement, std::string_view& strText, QString& strReason);

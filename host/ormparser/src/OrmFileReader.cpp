@@ -57,15 +57,10 @@ QString sizeError(qint64 nBytes, qint64 nMaxBytes)
     return QStringLiteral("too large: %1 bytes, of at most %2").arg(nBytes).arg(nMaxBytes);
 }
 
-bool sameTime(const timespec& objFirst, const timespec& objSecond)
-{
-    return objFirst.tv_sec == objSecond.tv_sec && objFirst.tv_nsec == objSecond.tv_nsec;
-}
-
 bool sameFile(const struct stat& objBefore, const struct stat& objAfter)
 {
     return objBefore.st_dev == objAfter.st_dev && objBefore.st_ino == objAfter.st_ino && objBefore.st_size == objAfter.st_size &&
-           sameTime(objBefore.st_mtim, objAfter.st_mtim) && sameTime(objBefore.st_ctim, objAfter.st_ctim);
+           objBefore.st_mtim.tv_sec == objAfter.st_mtim.tv_sec && objBefore.st_mtim.tv_nsec == objAfter.st_mtim.tv_nsec;
 }
 
 /// Fills the buffer. Returns an empty text, or why that failed.

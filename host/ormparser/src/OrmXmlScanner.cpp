@@ -170,6 +170,8 @@ bool OrmXmlScanner::scanOutside()
     skipBlanks();
     if (m_p == m_pEnd || *m_p == '<')
         return true;
+    if (view(m_p, m_pEnd) == std::string_view("\xEF\xBB\xBF").substr(0, static_cast<size_t>(m_pEnd - m_pBegin)))
+        return failEnd(); // a byte-order mark that is cut off
     if (!m_bRootSeen)
         return fail(QStringLiteral("not a result document"), m_p);
     return fail(QStringLiteral("content after the end of the document"), m_p);
