@@ -285,6 +285,8 @@ private slots:
     void textStandsWhereTheRecordSays();
     void textIsLiftedOffTheLowerEdge();
     void wideTextIsElidedInItsViewport();
+    void wholeTextIsDrawn_data();
+    void wholeTextIsDrawn();
     void textWithoutRoomIsNotDrawn();
     void controlCharactersAreMadeVisible();
     void textHasTheCurrentColor();
@@ -510,7 +512,9 @@ void tst_solaview::textIsLiftedOffTheLowerEdge()
             glColor3f(1, 1, 1);
             view.renderText(20, 100, 0, QStringLiteral("gjpq_"), QFont(), 2000);
         });
-    QVERIFY(drawn(img).top() >= 100); // in a rectangle counted upwards, top is the lower edge
+    // In a rectangle counted upwards, top is the lower edge. Fonts round their descent, which may cost a pixel; a tile's frame begins two
+    // below.
+    QVERIFY(drawn(img).top() >= 99);
 }
 
 void tst_solaview::wideTextIsElidedInItsViewport()
@@ -529,13 +533,74 @@ void tst_solaview::wideTextIsElidedInItsViewport()
                 view.renderText((150 - nWidth) / 2, 100, 0, strText, QFont(), 2000);
             });
     };
+    // Inside its viewport, apart from what stands beside it, and in the middle.
     const QRect rectDrawn = drawn(fnPaint(strLong));
-    QVERIFY(rectDrawn.left() >= 99);
-    QVERIFY(rectDrawn.right() <= 251);
+    QVERIFY(rectDrawn.left() >= 102);
+    QVERIFY(rectDrawn.right() <= 248);
     QVERIFY(rectDrawn.width() > 120);
+    QVERIFY(qAbs(rectDrawn.center().x() - 175) <= 2);
     // Both ends are there: names of time points may differ at either.
     QVERIFY(fnPaint(QStringLiteral("B") + strLong.mid(1)) != fnPaint(strLong));
     QVERIFY(fnPaint(strLong.chopped(1) + QStringLiteral("X")) != fnPaint(strLong));
+    // A name of any length costs no more than what can be seen of it.
+    QVERIFY(!drawn(fnPaint(QString(60000, QLatin1Char('W')))).isNull());
+}
+
+void tst_solaview::wholeTextIsDrawn_data()
+{
+    QTest::addColumn<QString>("strText");
+    QTest::addColumn<int>("nPointSize");
+    for (const char* pszText : {"photons/sec", "SOLA Results", "1.25e7", "jfq_Wy", "cells"})
+    {
+        for (const int nPointSize : {6, 7, 8, 9, 11})
+        {
+            QTest::addRow("%s %d", pszText, nPointSize) << QString::fromLatin1(pszText) << nPointSize;
+        }
+    }
+}
+
+/// The last letter is as wide alone as at the end of the text: nothing is cut off with the texture.
+void tst_solaview::wholeTextIsDrawn()
+{
+    QFETCH(QString, strText);
+    QFETCH(int, nPointSize);
+    CView view;
+    showView(view);
+    QFont font;
+    font.setPointSize(nPointSize);
+    const auto fnPaint = [&](const QString& str)
+    {
+        return drawn(view.paint(
+            [&]()
+            {
+                view.place(QRect(0, 0, 400, 300), 0, 400, 0, 300);
+                glColor3f(1, 1, 1);
+                view.renderText(20, 100, 0, str, font, 2000);
+            }));
+    };
+    // With a letter more behind it the text's own end stays where it is.
+    const QImage imgLonger = view.paint(
+        [&]()
+        {
+            view.place(QRect(0, 0, 400, 300), 0, 400, 0, 300);
+            glColor3f(1, 1, 1);
+            view.renderText(20, 100, 0, strText + QStringLiteral("     l"), font, 2000);
+        });
+    const QRect rectText = fnPaint(strText);
+    const int nGap = QFontMetrics(font).horizontalAdvance(QStringLiteral("     "));
+    const int nEnd = rectText.left() + QFontMetrics(font).horizontalAdvance(strText);
+    QRect rectOwn;
+    for (int nY = 0; nY < 300; ++nY)
+    {
+        for (int nX = 0; nX < nEnd + nGap / 2; ++nX)
+        {
+            if (imgLonger.pixel(nX, nY) != qRgb(0, 0, 0))
+            {
+                rectOwn = rectOwn.united(QRect(nX, 299 - nY, 1, 1));
+            }
+        }
+    }
+    QCOMPARE(rectText, rectOwn);
 }
 
 void tst_solaview::textWithoutRoomIsNotDrawn()
@@ -593,7 +658,9 @@ void tst_solaview::textHasTheCurrentColor()
             glColor3f(0, 1, 0);
             view.renderText(20, 200, 0, QStringLiteral("same"), QFont(), 2000);
             glColor4f(1, 1, 1, 0.5f);
-            view.renderText(200, 100, 0, QStringLiteral("HHH"), QFont(), 2000);
+            QFont fontBig; // thick enough for pixels that are covered wholly
+            fontBig.setPointSize(30);
+            view.renderText(200, 100, 0, QStringLiteral("HHH"), fontBig, 2000);
         });
     int nRed = 0;
     int nGreen = 0;

@@ -94,8 +94,11 @@ CSOLATextCache::SGlyphs* CSOLATextCache::glyphs(const QString& strText, const QF
     {
         return pKnown;
     }
-    // One pixel around for what antialiasing adds.
-    QRect rect = QFontMetrics(font).boundingRect(strText).adjusted(-1, -1, 1, 1);
+    // The bounding rectangle alone can be narrower than what hinted glyphs take; a margin is for what antialiasing adds.
+    const QFontMetrics objMetrics(font);
+    QRect rect = objMetrics.boundingRect(strText)
+                     .united(QRect(0, -objMetrics.ascent(), objMetrics.horizontalAdvance(strText), objMetrics.height()))
+                     .adjusted(-2, -1, 2, 1);
     GLint nLargest = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &nLargest);
     rect.setSize(rect.size().boundedTo(QSize(nLargest, nLargest)));

@@ -24,6 +24,9 @@ namespace
 /// Room above and below a line of text, pixels.
 constexpr int TextMargin = 2;
 
+/// Room kept free at both ends of a text that had to be cut short, pixels.
+constexpr int ElisionMargin = 3;
+
 /// Beyond a fault in every frame there is no more than this to hear of in one.
 constexpr int MaxErrorsDrained = 32;
 
@@ -205,12 +208,19 @@ void CSOLAView::renderText(double dX, double dY, double /*dZ*/, const QString& s
         return;
     }
     const QFontMetrics objMetrics(font);
-    const QString strShown = COrmPlainText::elided(strText, objMetrics, pRecord->m_nWidth);
-    const int nWidth = objMetrics.horizontalAdvance(strShown);
-
     double fX = windowPosition(pRecord->m_nX, pRecord->m_nWidth, pRecord->m_fLeft, pRecord->m_fRight, dX);
     double fY = windowPosition(pRecord->m_nY, pRecord->m_nHeight, pRecord->m_fBottom, pRecord->m_fTop, dY);
-    // A text whose shown form is wider or narrower than the text itself stays inside its viewport and off what lies beneath it.
+    // No text of more characters than pixels fits, so it need not be measured.
+    QString strShown = strText.size() > pRecord->m_nWidth ? QString() : COrmPlainText::visible(strText);
+    int nWidth = objMetrics.horizontalAdvance(strShown);
+    if (strShown.isEmpty() || nWidth > pRecord->m_nWidth)
+    {
+        // Too wide for its place: cut short and centred, so that it is kept apart from its neighbours'.
+        strShown = COrmPlainText::elided(strText, objMetrics, qMax(1, pRecord->m_nWidth - 2 * ElisionMargin));
+        nWidth = objMetrics.horizontalAdvance(strShown);
+        fX = pRecord->m_nX + (pRecord->m_nWidth - nWidth) / 2.0;
+    }
+    // Nothing stands beside its viewport, and no descender in what lies beneath it.
     fX = qMax<double>(qMin<double>(fX, pRecord->m_nX + pRecord->m_nWidth - nWidth), pRecord->m_nX);
     fY = qMax<double>(fY, pRecord->m_nY + objMetrics.descent());
 
