@@ -27,7 +27,6 @@ protected:
     void wheelEvent(QWheelEvent* pEvent) override;
     bool event(QEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
-    void sliderChange(SliderChange eChange) override;
 
 private:
     void onAction(int nAction);

@@ -29,8 +29,8 @@ QtThumbWheel::QtThumbWheel(QWidget* pParent) : QAbstractSlider(pParent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding); // vertical at first, like every slider
-    setAttribute(Qt::WA_WState_OwnSizePolicy, false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed); // lying at first, as the base class is
+    setAttribute(Qt::WA_WState_OwnSizePolicy, false);          // turned with the orientation
     connect(this, &QAbstractSlider::actionTriggered, this, &QtThumbWheel::onAction);
     updateCursor();
 }
@@ -102,6 +102,7 @@ void QtThumbWheel::mousePressEvent(QMouseEvent* pEvent)
     m_nDragStart = orientation() == Qt::Horizontal ? pEvent->pos().x() : -pEvent->pos().y();
     m_nDragValue = value();
     setSliderDown(true);
+    updateCursor();
     update();
 }
 
@@ -129,6 +130,7 @@ void QtThumbWheel::mouseReleaseEvent(QMouseEvent* pEvent)
     pEvent->accept();
     m_bPressed = false;
     setSliderDown(false);
+    updateCursor();
     update();
 }
 
@@ -171,19 +173,12 @@ void QtThumbWheel::changeEvent(QEvent* pEvent)
     QAbstractSlider::changeEvent(pEvent);
 }
 
-void QtThumbWheel::sliderChange(SliderChange eChange)
-{
-    if (eChange == SliderOrientationChange)
-        updateCursor();
-    QAbstractSlider::sliderChange(eChange);
-}
-
 void QtThumbWheel::updateCursor()
 {
     if (!isEnabled())
         unsetCursor();
     else
-        setCursor(orientation() == Qt::Horizontal ? Qt::SizeHorCursor : Qt::SizeVerCursor);
+        setCursor(m_bPressed ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
 }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
