@@ -147,10 +147,12 @@ void paintOneBar(CBarWindow& objWindow, COrmPalette& objPalette, int nHeight)
 /// Two bars: the box is higher than the viewport, so that the bars are squeezed.
 void paintTwoBars(CBarWindow& objWindow, COrmPalette& objPalette, int nHeight)
 {
-    for (const int nFrom : {0, nHeight / 2})
+    const int nHalf = nHeight / 2;
+    const int nBarHeight = nHalf - 40;
+    for (const int nFrom : {0, nHalf})
     {
-        objWindow.setViewport(nWidth - nStrip, nFrom, 110, (nHeight - 10) / 2, 110.0, nHeight / 2);
-        COrmImageView::renderColorBar(&objPalette, &objWindow, 5.0f, fBottom, 30.0f, static_cast<float>(nHeight / 2 - 40), true);
+        objWindow.setViewport(nWidth - nStrip, nFrom, 110, (nHeight - 10) / 2, 110.0, nHalf);
+        COrmImageView::renderColorBar(&objPalette, &objWindow, 5.0f, fBottom, 30.0f, static_cast<float>(nBarHeight), true);
     }
 }
 
@@ -161,10 +163,13 @@ QList<SBar> oneBar(int nHeight)
 
 QList<SBar> twoBars(int nHeight)
 {
-    const double fSqueeze = ((nHeight - 10) / 2) / static_cast<double>(nHeight / 2);
+    const int nHalf = nHeight / 2;
+    const int nViewport = (nHeight - 10) / 2;
+    const int nBarHeight = nHalf - 40;
+    const double fSqueeze = static_cast<double>(nViewport) / nHalf;
     QList<SBar> lstBars;
-    for (const int nFrom : {0, nHeight / 2})
-        lstBars.append({nFrom + 30.0 * fSqueeze, (nHeight / 2 - 40) * fSqueeze});
+    for (const int nFrom : {0, nHalf})
+        lstBars.append({nFrom + 30.0 * fSqueeze, nBarHeight * fSqueeze});
     return lstBars;
 }
 
@@ -474,21 +479,21 @@ private slots:
         const QRgb nWhite = qRgb(255, 255, 255);
         for (const SBar& sBar : twoBars(nHeight))
         {
-            const auto fnColorOf = [&imgSeen](int nColumn, double fRow)
-            { return imgSeen.pixel(nWidth - nStrip + nColumn, imgSeen.height() - 1 - static_cast<int>(fRow)) | 0xff000000; };
-            const double fFirst = std::ceil(sBar.m_fFirst - 0.5 - 1e-3);
-            const double fBehind = std::ceil(sBar.m_fFirst + sBar.m_fLength - 0.5 - 1e-3);
+            const auto fnColorOf = [&imgSeen](int nColumn, int nRow)
+            { return imgSeen.pixel(nWidth - nStrip + nColumn, imgSeen.height() - 1 - nRow) | 0xff000000; };
+            const int nFirst = static_cast<int>(std::ceil(sBar.m_fFirst - 0.5 - 1e-3));
+            const int nBehind = static_cast<int>(std::ceil(sBar.m_fFirst + sBar.m_fLength - 0.5 - 1e-3));
             for (int nColumn = 4; nColumn <= 35; ++nColumn)
             {
-                QCOMPARE(fnColorOf(nColumn, fFirst - 1.0), nWhite);
-                QCOMPARE(fnColorOf(nColumn, fBehind), nWhite);
+                QCOMPARE(fnColorOf(nColumn, nFirst - 1), nWhite);
+                QCOMPARE(fnColorOf(nColumn, nBehind), nWhite);
             }
-            for (double fRow = fFirst; fRow < fBehind; fRow += 1.0)
+            for (int nRow = nFirst; nRow < nBehind; ++nRow)
             {
-                QCOMPARE(fnColorOf(4, fRow), nWhite);
-                QCOMPARE(fnColorOf(35, fRow), nWhite);
-                QVERIFY(fnColorOf(5, fRow) != nWhite);
-                QVERIFY(fnColorOf(34, fRow) != qRgb(0, 0, 0));
+                QCOMPARE(fnColorOf(4, nRow), nWhite);
+                QCOMPARE(fnColorOf(35, nRow), nWhite);
+                QVERIFY(fnColorOf(5, nRow) != nWhite);
+                QVERIFY(fnColorOf(34, nRow) != qRgb(0, 0, 0));
             }
         }
     }

@@ -164,7 +164,7 @@ private slots:
         const SRange sRange = {fMin, fMax, bLog};
         for (const double fPointSize : {5.0, 6.5, 7.0, 8.0})
         {
-            for (int nHeight = 15; nHeight <= 2000; ++nHeight)
+            for (int nHeight = 15; nHeight <= 2000; nHeight += fPointSize == 7.0 ? 1 : 13)
             {
                 const SLayout sLayout = layoutOf(sRange, nHeight, fPointSize);
                 const QString strWhere =

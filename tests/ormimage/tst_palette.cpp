@@ -7,6 +7,8 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 using OrmColorScale::SRange;
 
@@ -272,6 +274,25 @@ private slots:
         QVERIFY2(std::fabs(objPalette.position(fValue) - fPosition) < 1e-12, qPrintable(QString::number(objPalette.position(fValue))));
         QCOMPARE(objPalette.isBelowRange(fValue), bBelow);
         QCOMPARE(objPalette.colorForValue(fValue), objPalette.lut()[qRound(fPosition * 255.0)]);
+    }
+
+    void manyValuesGetTheSameColorsAsOneByOne()
+    {
+        std::vector<float> vecValues = {
+            0.0f, -1.0f, static_cast<float>(fNan), static_cast<float>(fInfinity), static_cast<float>(-fInfinity), 1e-45f, 3e38f};
+        for (int i = 0; i < 5000; ++i)
+            vecValues.push_back(0.01f * static_cast<float>(i * i));
+        for (const bool bLog : {false, true})
+        {
+            for (const auto& [fMin, fMax] : {std::pair(0.0, 250000.0), std::pair(21.0, 2.5e5), std::pair(900.0, 3.0), std::pair(5.0, 5.0)})
+            {
+                const COrmPalette objPalette = paletteOf(ORM_CT_EOSB, fMin, fMax, bLog, true, 0.1f, 0.8f);
+                std::vector<QRgb> vecColors(vecValues.size());
+                objPalette.colorsForValues(vecValues.data(), static_cast<qint64>(vecValues.size()), vecColors.data());
+                for (std::size_t i = 0; i < vecValues.size(); ++i)
+                    QCOMPARE(vecColors[i], objPalette.colorForValue(static_cast<double>(vecValues[i])));
+            }
+        }
     }
 
     void valuesAtPlacesAreTheReverse_data()

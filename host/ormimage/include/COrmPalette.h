@@ -59,6 +59,8 @@ public:
     const QRgb* lut() const;
     /// The entry of lut() for a value: the one nearest to position(fValue).
     QRgb colorForValue(double fValue) const;
+    /// colorForValue() of each of nCount values, faster than one by one.
+    void colorsForValues(const float* pValues, qint64 nCount, QRgb* pColors) const;
 
     /// Number of changes of range, scale or table of all palettes of the process. It moves only when a value really changes;
     /// making, copying and assigning palettes does not count.

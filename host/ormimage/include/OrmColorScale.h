@@ -22,6 +22,20 @@ SRange drawnRange(const SRange& sRange);
 /// Whether both ends of the drawn range are the same value.
 bool isPoint(const SRange& sRange);
 
+/// A range prepared for finding the places of many values.
+class CPlaces
+{
+public:
+    explicit CPlaces(const SRange& sRange);
+    /// The same as OrmColorScale::position() of the range.
+    double position(double fValue) const;
+
+private:
+    SRange m_sDrawn;      ///< as drawn
+    double m_fWidth;      ///< of the range, or the logarithm of the quotient of its ends
+    double m_fWithoutLog; ///< place of a value without a logarithm
+};
+
 /// The place of a value on the scale, 0 at the lower end, 1 at the upper, clamped. Linear: (v - min) / (max - min);
 /// logarithmic: log(v / min) / log(max / min), 0 for a value at or below 0 (1 where the scale runs downwards).
 /// On a scale of one value this value stands at 0.5, smaller ones at 0, greater ones at 1. Not a number gives 0.

@@ -68,6 +68,12 @@ COrmPaletteTable* defaultTable()
     return const_cast<COrmPaletteTable*>(pDefault.constData());
 }
 
+/// The entry of a table for a place on the scale.
+int entryAt(double fPosition)
+{
+    return OrmColorScale::toIndex(fPosition * (OrmColorTables::nTableSize - 1), OrmColorTables::nTableSize);
+}
+
 float clampedEnd(float fEnd, float fDefault)
 {
     return std::isnan(fEnd) ? fDefault : std::clamp(fEnd, 0.0f, 1.0f);
@@ -176,7 +182,15 @@ const QRgb* COrmPalette::lut() const
 
 QRgb COrmPalette::colorForValue(double fValue) const
 {
-    return lut()[OrmColorScale::toIndex(position(fValue) * (OrmColorTables::nTableSize - 1), OrmColorTables::nTableSize)];
+    return lut()[entryAt(position(fValue))];
+}
+
+void COrmPalette::colorsForValues(const float* pValues, qint64 nCount, QRgb* pColors) const
+{
+    const OrmColorScale::CPlaces objPlaces(m_sRange);
+    const QRgb* pLut = lut();
+    for (qint64 i = 0; i < nCount; ++i)
+        pColors[i] = pLut[entryAt(objPlaces.position(static_cast<double>(pValues[i])))];
 }
 
 quint64 COrmPalette::changeCount()

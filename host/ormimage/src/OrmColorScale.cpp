@@ -36,18 +36,29 @@ bool isPoint(const SRange& sRange)
     return sDrawn.m_fMin == sDrawn.m_fMax;
 }
 
-double position(const SRange& sRange, double fValue)
+CPlaces::CPlaces(const SRange& sRange)
+    : m_sDrawn(drawnRange(sRange)),
+      m_fWidth(m_sDrawn.m_bLog ? std::log(m_sDrawn.m_fMax / m_sDrawn.m_fMin) : m_sDrawn.m_fMax - m_sDrawn.m_fMin),
+      m_fWithoutLog(m_sDrawn.m_fMin < m_sDrawn.m_fMax ? 0.0 : 1.0)
 {
-    const SRange sDrawn = drawnRange(sRange);
+}
+
+double CPlaces::position(double fValue) const
+{
     if (std::isnan(fValue))
         return 0.0;
-    if (sDrawn.m_fMin == sDrawn.m_fMax)
-        return fValue < sDrawn.m_fMin ? 0.0 : fValue > sDrawn.m_fMin ? 1.0 : 0.5;
-    if (!sDrawn.m_bLog)
-        return clampedFraction((fValue - sDrawn.m_fMin) / (sDrawn.m_fMax - sDrawn.m_fMin));
+    if (m_sDrawn.m_fMin == m_sDrawn.m_fMax)
+        return fValue < m_sDrawn.m_fMin ? 0.0 : fValue > m_sDrawn.m_fMin ? 1.0 : 0.5;
+    if (!m_sDrawn.m_bLog)
+        return clampedFraction((fValue - m_sDrawn.m_fMin) / m_fWidth);
     if (fValue <= 0.0)
-        return sDrawn.m_fMin < sDrawn.m_fMax ? 0.0 : 1.0;
-    return clampedFraction(std::log(fValue / sDrawn.m_fMin) / std::log(sDrawn.m_fMax / sDrawn.m_fMin));
+        return m_fWithoutLog;
+    return clampedFraction(std::log(fValue / m_sDrawn.m_fMin) / m_fWidth);
+}
+
+double position(const SRange& sRange, double fValue)
+{
+    return CPlaces(sRange).position(fValue);
 }
 
 double valueAt(const SRange& sRange, double fPosition)
@@ -67,8 +78,9 @@ bool isBelow(const SRange& sRange, double fValue)
 
 int toIndex(double fValue, int nCount)
 {
+    constexpr double fHalf = 0.5;
     if (!(fValue > 0.0))
         return 0;
-    return fValue >= nCount - 1 ? nCount - 1 : static_cast<int>(fValue + 0.5);
+    return fValue >= nCount - 1 ? nCount - 1 : static_cast<int>(fValue + fHalf);
 }
 } // namespace OrmColorScale
