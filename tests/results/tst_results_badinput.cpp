@@ -40,14 +40,30 @@ bool failsNow(std::size_t nBytes)
 
 } // namespace
 
+// All plain forms, so that what one of them hands out another one may take back.
+void* operator new(std::size_t nBytes, const std::nothrow_t&) noexcept
+{
+    return failsNow(nBytes) ? nullptr : std::malloc(nBytes == 0 ? 1 : nBytes);
+}
+
 void* operator new(std::size_t nBytes)
 {
-    void* pBlock = failsNow(nBytes) ? nullptr : std::malloc(nBytes == 0 ? 1 : nBytes);
+    void* pBlock = ::operator new(nBytes, std::nothrow);
     if (pBlock == nullptr)
     {
         throw std::bad_alloc();
     }
     return pBlock;
+}
+
+void* operator new[](std::size_t nBytes)
+{
+    return ::operator new(nBytes);
+}
+
+void* operator new[](std::size_t nBytes, const std::nothrow_t&) noexcept
+{
+    return ::operator new(nBytes, std::nothrow);
 }
 
 void operator delete(void* pBlock) noexcept
@@ -56,6 +72,26 @@ void operator delete(void* pBlock) noexcept
 }
 
 void operator delete(void* pBlock, std::size_t) noexcept
+{
+    std::free(pBlock);
+}
+
+void operator delete[](void* pBlock) noexcept
+{
+    std::free(pBlock);
+}
+
+void operator delete[](void* pBlock, std::size_t) noexcept
+{
+    std::free(pBlock);
+}
+
+void operator delete(void* pBlock, const std::nothrow_t&) noexcept
+{
+    std::free(pBlock);
+}
+
+void operator delete[](void* pBlock, const std::nothrow_t&) noexcept
 {
     std::free(pBlock);
 }
