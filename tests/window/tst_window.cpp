@@ -300,7 +300,10 @@ void tst_window::fontsAreTheHosts()
     QApplication::setFont(objDialogFont, "QDialog");
     {
         CToolWindow objTool;
-        QCOMPARE(QDialog().font().pointSize(), 13);
+        objTool.window().ensurePolished();
+        QDialog objOther;
+        objOther.ensurePolished();
+        QCOMPARE(objOther.font().pointSize(), 13);
         QCOMPARE(getMACDefaultFont().pointSize(), 9);
         QCOMPARE(objTool.window().font().pointSize(), 9);
         for (const char* pName : {"m_pDisplayVoxelsGB", "m_pDisplaySurfaceGB"})
