@@ -33,6 +33,7 @@ private slots:
 
     void failuresBeforeReadingLeaveTheStatedState_data();
     void failuresBeforeReadingLeaveTheStatedState();
+    void fluorescentFailuresNameTheirOwnIndex();
     void theBoxIsAskedAsStated();
     void anAcquisitionRefusesEverySelectedResultUntold();
     void aFailureLeavesTheOtherResultsAlone();
@@ -302,6 +303,23 @@ void tst_results_loading::failuresBeforeReadingLeaveTheStatedState()
     QCOMPARE(objTool.tiles(), QStringList());
     QCOMPARE(objTool.view().getLoadedResult(), QStringList());
     QVERIFY(objTool.get<QGroupBox>("m_pSOLAGB")->isEnabled());
+    checkAtRest();
+}
+
+void tst_results_loading::fluorescentFailuresNameTheirOwnIndex()
+{
+    CStudyWriter objStudy;
+    objStudy.addSequence("SEQ1", SSequenceLook::fluorescent());
+    objStudy.addResult("SEQ1", "R", SResultDocument(SResultDocument::NOVA));
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    objTool.chooseSequence("NOVA SEQ1");
+    const QString strIndex = indexPath(objStudy, "SEQ1", "NOVA.txt");
+    QVERIFY(QFile::remove(strIndex));
+    objTool.host().clear();
+    objTool.load({"R"});
+    checkCalls(objTool, QStringList({"interface locked", "cursor set 3", "log 1: Unable to load " + strIndex + "file"}) +
+                            ExpectedLoad::report() + ExpectedLoad::closing());
     checkAtRest();
 }
 

@@ -4,6 +4,7 @@
 #include "OrmTestMain.h"
 #include "ReaderCases.h"
 
+#include "COrmLog.h"
 #include "COrmProcess.h"
 
 #include <QGroupBox>
@@ -23,6 +24,7 @@ private slots:
     void unitsThatDontFitAreRefused_data();
     void unitsThatDontFitAreRefused();
     void loadingWaitsForTheSavePrompt();
+    void entriesOfTheToolNameNoPlace();
 };
 
 namespace
@@ -240,6 +242,31 @@ void tst_results_readers::loadingWaitsForTheSavePrompt()
     pPrompt->wait();
     QCOMPARE(nDoneAtApplication, 1);
     QCOMPARE(objTool.tiles(), QStringList("SEQ1R"));
+}
+
+void tst_results_readers::entriesOfTheToolNameNoPlace()
+{
+    QList<SLogEntry> lstEntries;
+    const int nSink = getLogObject()->addSink(
+        [&](const SLogEntry& objEntry)
+        {
+            if (objEntry.strMessage == "Reading source volume..." || objEntry.strMessage.startsWith("Unable to load "))
+            {
+                lstEntries.append(objEntry);
+            }
+        });
+    CToolWindow objTool;
+    loadDocument(objTool, SResultDocument());
+    objTool.load({"R"}); // its files are gone by now
+    getLogObject()->removeSink(nSink);
+    QCOMPARE(lstEntries.size(), 2);
+    for (const SLogEntry& objEntry : lstEntries)
+    {
+        QVERIFY(objEntry.strFile.isEmpty());
+        QCOMPARE(objEntry.nLine, 0);
+        QVERIFY(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d$").match(objEntry.strBuildTime).hasMatch());
+        QVERIFY(!objEntry.bFlag);
+    }
 }
 
 ORM_TEST_MAIN(tst_results_readers)

@@ -122,6 +122,7 @@ private:
     QByteArray heightMap() const
     {
         std::vector<float> vecPixels;
+        vecPixels.reserve(static_cast<size_t>(m_obj.nMapWidth * m_obj.nMapHeight));
         for (int i = 0; i < m_obj.nMapWidth * m_obj.nMapHeight; ++i)
         {
             vecPixels.push_back(static_cast<float>(i) * 0.5f);

@@ -53,7 +53,7 @@ struct SDensityBlock
 };
 
 /// Everything in which the kinds differ, in the order in which the walk comes by.
-struct SKind
+struct SKind // NOLINT(clang-analyzer-optin.performance.Padding): two objects, to be read from top to bottom
 {
     int nKind = 0;          ///< 0 SOLA, 1 NOVA
     const char* pName = ""; ///< "SOLA" or "NOVA", as the host's section readers know it
