@@ -85,7 +85,7 @@ public:
     }
 
     /// The frame with row 0 at the top.
-    QImage grab() const { return m_pBuffer->toImage(false).convertToFormat(QImage::Format_RGB32); }
+    QImage grab() const { return m_pBuffer->toImage(true).convertToFormat(QImage::Format_RGB32); }
     /// What OpenGL complains about since the last time; 0 for nothing.
     static unsigned int error()
     {

@@ -59,6 +59,7 @@ CGLDrawScope::CGLDrawScope()
     glGetFloatv(GL_MODELVIEW_MATRIX, m_afModelview.data());
     glGetIntegerv(GL_VIEWPORT, m_anViewport.data());
     const int nVersion = contextVersion();
+    m_bColorSum = glIsEnabled(GL_COLOR_SUM) != GL_FALSE;
 
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
@@ -123,6 +124,8 @@ CGLDrawScope::~CGLDrawScope()
         glUseProgram(m_nProgram);
     glPopClientAttrib();
     glPopAttrib(); // with the matrix mode
+    if (m_bColorSum)
+        glEnable(GL_COLOR_SUM);
 }
 
 void CGLDrawScope::centreDepth()

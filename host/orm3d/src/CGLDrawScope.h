@@ -34,6 +34,7 @@ private:
     std::array<float, 16> m_afModelview;
     std::array<int, 4> m_anViewport;
     unsigned int m_nProgram = 0; ///< shader program at the start
+    bool m_bColorSum = false;    ///< colour sum at the start, which the attribute stack of Mesa 22 forgets
     bool m_bPrograms = false;    ///< the context knows shader programs
     bool m_bCentred = false;     ///< the projection was changed
 };

@@ -52,7 +52,8 @@ CVolumeGeometry::CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, flo
         for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
         {
             m_vecPositions[3 * nPlace + nAxis] = afPosition[nAxis];
-            m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(afPosition[nAxis]));
+            if (std::isfinite(afPosition[nAxis]))
+                m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(afPosition[nAxis]));
         }
         m_vecVoxels[nPlace] = nVoxel;
         m_vecValues[nPlace] = std::isfinite(voxel.fValue) ? voxel.fValue : fLowest;

@@ -25,7 +25,7 @@ public:
     quint32 voxel(std::size_t nPlace) const { return m_vecVoxels[nPlace]; }
     /// The highest finite value; 0 without any.
     float highest() const { return m_fHighest; }
-    /// The largest absolute coordinate along each axis.
+    /// The largest absolute finite coordinate along each axis.
     const std::array<float, 3>& extent() const { return m_afExtent; }
 
     /// Opacity of each place, 0 to 255, for squares of two voxels drawn one over the other. Through as many voxels of the highest value
