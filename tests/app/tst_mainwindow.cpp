@@ -23,10 +23,13 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -149,6 +152,9 @@ private slots:
     void damagedSettingsAreNoHindrance();
     void windowStaysOpenWhileAToolWorks();
     void toolsGoBeforeTheWindow();
+    void longitudinalStudyIsPlacedAndOpens();
+    void programAnswersWithoutAWindow_data();
+    void programAnswersWithoutAWindow();
 
 private:
     void openStudy(const QStringList& lstIDs);
@@ -191,8 +197,9 @@ void TestMainWindow::openStudy(const QStringList& lstIDs)
     for (const QString& strID : lstIDs)
         m_pStudy->addSequence(strID);
     m_pWindow->openPaths({m_pStudy->folder()}, true);
-    QTRY_COMPARE(m_pWindow->sequences()->sequences().size(), lstIDs.size());
     QTRY_VERIFY(!TestWidgets::get<QToolButton>(m_pWindow.get(), "stopSearch")->isVisible());
+    for (const QString& strID : lstIDs)
+        QVERIFY2(COrmSequenceDataset::getSequenceDataset(strID) != nullptr, qPrintable(strID));
 }
 
 COrmToolPluginBase* TestMainWindow::loadRecordingTool()
@@ -684,6 +691,76 @@ void TestMainWindow::toolsGoBeforeTheWindow()
     QVERIFY(!pGuard);
     QVERIFY(QApplication::topLevelWidgets().size() < nTopLevel);
     QVERIFY(COrmSequenceDataset::getSequenceDataset(QStringLiteral("A")) == nullptr);
+}
+
+void TestMainWindow::longitudinalStudyIsPlacedAndOpens()
+{
+    QFile objLibrary(QStringLiteral(ORM_BINARY_DIR "/bin/Plugins/libormlongitudinalstudy.so"));
+    QVERIFY(objLibrary.open(QIODevice::ReadOnly));
+    m_pPlugins->add(QStringLiteral("libormlongitudinalstudy.so"), objLibrary.readAll());
+    m_pWindow->loadTools(m_pPlugins->path());
+    QCOMPARE(m_pWindow->plugins()->refusals(), QStringList());
+    QCOMPARE(entries(menu("menuTools")), (QStringList{"Longitudinal Study", "Image Overlay", "-", "Reset Longitudinal Study"}));
+    m_pStudy->addSequence(QStringLiteral("Fluorescent"), SSequenceLook::fluorescent());
+    openStudy({"Luminescent"});
+
+    QSignalSpy objWindows(COrmPreference::getSignalHandler(), &COrmSignalHandler::signalAddWidgetToWorkspace);
+    menu("menuTools")->actions().first()->trigger();
+    QCOMPARE(objWindows.count(), 1);
+    auto* pTool = objWindows.first().first().value<QWidget*>();
+    QTRY_VERIFY(pTool->isVisible());
+    const auto* pSequences = TestWidgets::get<QListWidget>(pTool, "m_pSequenceNameLW");
+    QCOMPARE(TestWidgets::texts(pSequences), (QStringList{"SOLA Luminescent", "NOVA Fluorescent"}));
+    QMenu* pMenu = menu("menuWindow");
+    emit pMenu->aboutToShow();
+    QCOMPARE(entries(pMenu).size(), 3);
+    // What is opened later reaches the window, and the reset hides it.
+    m_pStudy->addSequence(QStringLiteral("Later"));
+    m_pWindow->openPaths({m_pStudy->folder()}, true);
+    QTRY_COMPARE(TestWidgets::texts(pSequences), (QStringList{"SOLA Luminescent", "SOLA Later", "NOVA Fluorescent"}));
+    action("actionReset")->trigger();
+    QVERIFY(!pTool->isVisible());
+    menu("menuTools")->actions().first()->trigger();
+    QTRY_VERIFY(pTool->isVisible());
+}
+
+void TestMainWindow::programAnswersWithoutAWindow_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("display");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("help") << QStringList{"--help"} << false << 0 << "Usage: ormelle [--tool NAME]"
+                          << "";
+    QTest::newRow("version") << QStringList{"-v"} << false << 0 << OrmCommandLine::version() + QLatin1Char('\n') << "";
+    QTest::newRow("wrong usage") << QStringList{"--bogus"} << true << 2 << ""
+                                 << "Unknown option 'bogus'.";
+    QTest::newRow("tool without a name") << QStringList{"--tool", ""} << true << 2 << ""
+                                         << "--tool needs the name of a tool.";
+}
+
+void TestMainWindow::programAnswersWithoutAWindow()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, display);
+    QFETCH(int, code);
+    QFETCH(QString, output);
+    QFETCH(QString, error);
+    QProcess objProgram;
+    QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
+    if (!display)
+        objEnvironment.remove(QStringLiteral("DISPLAY"));
+    objProgram.setProcessEnvironment(objEnvironment);
+    objProgram.start(QStringLiteral(ORM_BINARY_DIR "/bin/ormelle"), arguments);
+    QVERIFY(objProgram.waitForFinished(60000));
+    QCOMPARE(objProgram.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(objProgram.exitCode(), code);
+    const QString strOutput = QString::fromLocal8Bit(objProgram.readAllStandardOutput());
+    const QString strError = QString::fromLocal8Bit(objProgram.readAllStandardError());
+    QCOMPARE(strOutput.left(output.size()), output);
+    QCOMPARE(strOutput.isEmpty(), output.isEmpty());
+    QCOMPARE(strError.left(error.size()), error);
 }
 
 ORM_TEST_MAIN(TestMainWindow)

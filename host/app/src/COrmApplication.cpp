@@ -5,6 +5,7 @@
 #include "OrmGuard.h"
 #include "OrmVersion.h"
 
+#include <QIcon>
 #include <clocale>
 
 void COrmApplication::prepare()
@@ -19,6 +20,7 @@ COrmApplication::COrmApplication(int& nArguments, char** ppArguments) : QApplica
     // Qt takes over the user's locale, in which numbers in files would read with a comma.
     std::setlocale(LC_NUMERIC, "C");
     setApplicationName(COrmUtilityFns::getAppName());
+    setWindowIcon(QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm")));
     setApplicationVersion(QLatin1String(OrmVersion::s_pText));
 }
 

@@ -106,7 +106,12 @@ QWidget* COrmSequenceView::makeListPage()
 
 void COrmSequenceView::updatePage()
 {
-    m_pPages->setCurrentIndex(m_pModel->rowCount() > 0 ? 1 : 0);
+    const int nPage = m_pModel->rowCount() > 0 ? 1 : 0;
+    if (nPage == m_pPages->currentIndex())
+        return;
+    m_pPages->setCurrentIndex(nPage);
+    if (nPage == 1)
+        m_pTree->setFocus(); // the list, not the filter above it, is what the keyboard is for first
 }
 
 void COrmSequenceView::setSearching(bool bSearching)
