@@ -1,8 +1,8 @@
 #include "CStudyWriter.h"
 #include "CToolWindow.h"
+#include "CWalkRecorder.h"
 #include "OrmTestMain.h"
 
-#include "AnalysisResultXMLWrapper.h"
 #include "COrmProcess.h"
 #include "ResultDocumentWalk.h"
 
@@ -120,56 +120,8 @@ private slots:
 namespace
 {
 
-/// Takes the messages of a walk; the host's sections are read as a palette reads them.
-class CMessages : public ResultDocument::CWalkHost
-{
-public:
-    QStringList lstFailures; ///< what was said about failures
-
-    void log(const QString& strMessage, long nLevel) override { keep(QStringLiteral("log %1: ").arg(nLevel) + strMessage); }
-    void hint(const QString& strMessage) override { keep("hint: " + strMessage); }
-    void progress(const QString&, int) override {}
-    QString analysisName() const override { return QString(); }
-    QString selectedUnit() const override { return m_strUnit; }
-    void namesRead(const QStringList&) override {}
-    void readQuantification(AnalysisResultXMLWrapper&, SAnalysisBase&) override {}
-    void readSoftwareVersion(AnalysisResultXMLWrapper&, QString&) override {}
-    bool readMesh(AnalysisResultXMLWrapper& objXML, SAnalysisBase& objRecord) override;
-    bool readVolume(AnalysisResultXMLWrapper& objXML, SAnalysisBase& objRecord, QString& strKind) override;
-    void readMask(AnalysisResultXMLWrapper&, SAnalysisBase&) override {}
-    void waitForSavePrompt() override {}
-
-    explicit CMessages(int nKind) : m_strUnit(nKind == 1 ? QString::fromLatin1("pmol M-\xC2\xB9 cm-\xC2\xB9") : QString("photons/sec")) {}
-
-private:
-    void keep(const QString& strMessage)
-    {
-        if (strMessage.contains("Unable") || strMessage.contains("mismatch"))
-        {
-            lstFailures.append(strMessage);
-        }
-    }
-
-    QString m_strUnit;
-};
-
-} // namespace
-
-bool CMessages::readMesh(AnalysisResultXMLWrapper& objXML, SAnalysisBase& objRecord)
-{
-    return objRecord.objMesh.loadFromXML(&objXML);
-}
-
-bool CMessages::readVolume(AnalysisResultXMLWrapper& objXML, SAnalysisBase& objRecord, QString& strKind)
-{
-    return objRecord.objVolume.loadFromXML(&objXML, strKind);
-}
-
-namespace
-{
-
 /// Reads the file with the failure given; returns whether it was read.
-bool readWith(int nKind, const QString& strFile, const SFailure& objFailure, CMessages& objMessages)
+bool readWith(int nKind, const QString& strFile, const SFailure& objFailure, CWalkRecorder& objMessages)
 {
     SSOLAAnalysis objSOLA;
     SNOVAAnalysis objNOVA;
@@ -224,7 +176,7 @@ void tst_results_badinput::rowsThatFindNoMemorySayTheirMessage()
     for (long n = 1;; ++n)
     {
         objFailure.nCountdown = n;
-        CMessages objMessages(nKind);
+        CWalkRecorder objMessages(nKind);
         if (readWith(nKind, strFile, objFailure, objMessages))
         {
             QCOMPARE(g_objFailure.nSeen, n - 1); // every one of them has failed once
@@ -259,7 +211,7 @@ void tst_results_badinput::aHeightMapWithoutMemoryIsPassedOverInSilence()
         objFailure.bArmed = true;
         objFailure.nBytes = sizeof(float) * 37 * 29;
         objFailure.nCountdown = 1;
-        CMessages objMessages(nKind);
+        CWalkRecorder objMessages(nKind);
         QVERIFY(readWith(nKind, strFile, objFailure, objMessages));
         QVERIFY(g_objFailure.nSeen > 0);
         QStringList lstSaid = objMessages.lstFailures;
@@ -291,7 +243,7 @@ void tst_results_badinput::anyFailedAllocationEndsQuietly()
             objFailure.bArmed = true;
             objFailure.bForEver = bForEver;
             objFailure.nCountdown = n;
-            CMessages objMessages(nKind);
+            CWalkRecorder objMessages(nKind);
             bRead = readWith(nKind, strFile, objFailure, objMessages); // an exception that came out would end the program
             QVERIFY2(n < 100000, "it never ends");
         }
@@ -339,7 +291,7 @@ void tst_results_badinput::countsAreNotBelieved()
     // Above this no allocation of a sound small document lies; what a count claims is far beyond.
     const std::size_t nLargest = 16 * 1024 * 1024;
     g_nLargest = 0;
-    CMessages objMessages(nKind);
+    CWalkRecorder objMessages(nKind);
     QElapsedTimer objTimer;
     objTimer.start();
     QVERIFY(!readWith(nKind, strFile, SFailure(), objMessages));

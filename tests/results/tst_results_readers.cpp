@@ -6,6 +6,8 @@
 
 #include "COrmLog.h"
 #include "COrmProcess.h"
+#include "PaletteWalkHost.h"
+#include "ResultUnits.h"
 
 #include <QGroupBox>
 #include <QRadioButton>
@@ -25,6 +27,11 @@ private slots:
     void unitsThatDontFitAreRefused();
     void loadingWaitsForTheSavePrompt();
     void entriesOfTheToolNameNoPlace();
+    void transientRecordsMirrorTheDocument_data();
+    void transientRecordsMirrorTheDocument();
+    void theNameOfTheAnalysisStandsInTheTexts();
+    void fluorescentTablesGainAVersion_data();
+    void fluorescentTablesGainAVersion();
 };
 
 namespace
@@ -267,6 +274,127 @@ void tst_results_readers::entriesOfTheToolNameNoPlace()
         QVERIFY(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d$").match(objEntry.strBuildTime).hasMatch());
         QVERIFY(!objEntry.bFlag);
     }
+}
+
+/// Reads the document through a plain palette into the record.
+template <class TRecord>
+bool readInto(TRecord& objRecord, int& nCount, QStringList& lstNames, const SResultDocument& objDocument,
+              QMap<QString, QStringList>& mapNames, const QString& strAnalysisName = QString())
+{
+    CStudyWriter objStudy;
+    const QString strFile = objStudy.addResult("SEQ1", "R", objDocument);
+    COrmBasePalette objPalette(nullptr, nullptr, false, Qt::WindowFlags());
+    CPaletteWalkHost objHost(objPalette, strAnalysisName,
+                             ResultUnits::unitOfCalibration(objDocument.nKind, objDocument.strMeasurementType));
+    objHost.keepNames(mapNames, "SEQ1R");
+    return ResultDocument::read(objDocument.nKind == 1 ? ResultDocument::nova() : ResultDocument::sola(), objHost, strFile,
+                                {objRecord, nCount, lstNames});
+}
+
+void tst_results_readers::transientRecordsMirrorTheDocument_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::addColumn<QString>("strVersion");
+    QTest::newRow("SOLA 1.0") << 0 << "1.0";
+    QTest::newRow("SOLA 2.0") << 0 << "2.0";
+    QTest::newRow("NOVA 1.0") << 1 << "1.0";
+    QTest::newRow("NOVA 2.0") << 1 << "2.0";
+}
+
+void tst_results_readers::transientRecordsMirrorTheDocument()
+{
+    QFETCH(int, nKind);
+    QFETCH(QString, strVersion);
+    SResultDocument objDocument(nKind, strVersion);
+    objDocument.setNames({" first", "second "});
+    objDocument.strMeasurementType = "Cells";
+    objDocument.strPerUnitValue = "250";
+    SSOLAAnalysis objSOLA;
+    SNOVAAnalysis objNOVA;
+    SAnalysisBase& objRecord = nKind == 1 ? static_cast<SAnalysisBase&>(objNOVA) : objSOLA;
+    int& nCount = nKind == 1 ? objNOVA.nImageSourceCount : objSOLA.nWavelengthCount;
+    QStringList& lstNames = nKind == 1 ? objNOVA.lstImageSources : objSOLA.lstWavelengths;
+    QMap<QString, QStringList> mapNames;
+    QVERIFY(readInto(objRecord, nCount, lstNames, objDocument, mapNames));
+
+    QCOMPARE(objRecord.strSequenceID, QString("SEQ1"));
+    QCOMPARE(nCount, 2);
+    QCOMPARE(lstNames, QStringList({" first", "second "}));
+    QCOMPARE(mapNames.value("SEQ1R"), lstNames);
+    QCOMPARE(objRecord.lstClickNumbers, QStringList({"C1", "C3", "C5"})); // of five
+    QCOMPARE(objRecord.nTotalVertices, objDocument.vertexCount());
+    QVERIFY(objRecord.vecSimulatedPhotonDensity == objDocument.vecSimulated);
+    QVERIFY(objRecord.vecMeasuredPhotonDensity == objDocument.vecMeasured);
+    QCOMPARE(objRecord.objMesh.getNumOfVertices(), long(objDocument.vertexCount()));
+    QVERIFY(objRecord.objMesh.vertices() == objDocument.vecVertices);
+    QCOMPARE(objRecord.objVolume.getNoOfVoxels(), 64L);
+    QCOMPARE(double(objRecord.objVolume.getTotalFluxForSelectedVoxels(false)), objDocument.total());
+    QCOMPARE(objRecord.objQuantData.strMeasurementType, QString("Cells"));
+    QCOMPARE(objRecord.objQuantData.strPerUnitValue, QString("250"));
+    QCOMPARE(objRecord.imgHeightMap.width(), 4L);
+    QCOMPARE(objRecord.imgHeightMap.height(), 3L);
+    QCOMPARE(objRecord.imgHeightMap.valueAt(3, 2), 5.5);
+
+    QStringList lstKeys = {"Final voxel size (mm)", nKind == 1 ? "Starting vsize" : "Starting vsize (best)", "Reduced Chi2"};
+    QStringList lstValues = {"1.0", "4.0", "1.25"};
+    if (nKind == 1)
+    {
+        lstKeys.append("Version");
+        lstValues.append(" 4.2.1");
+    }
+    QCOMPARE(objRecord.lstResultKeys, lstKeys);
+    QCOMPARE(objRecord.lstResultValues, lstValues);
+
+    QCOMPARE(objRecord.lstEmissionFilters, nKind == 1 ? QStringList({"620", "640"}) : QStringList());
+    QCOMPARE(objRecord.lstExcitationFilters, nKind == 1 ? QStringList({"570", "580"}) : QStringList());
+    QCOMPARE(objRecord.strSourceDatabase, nKind == 1 ? QString("sources") : QString());
+    QCOMPARE(objRecord.strTissueDatabase, nKind == 1 ? QString("tissues") : QString());
+    QCOMPARE(objRecord.mapRegistrationMatrices.size(), nKind == 1 ? 0 : 1);
+    QCOMPARE(objRecord.imgMask.width() * objRecord.imgMask.height(), nKind == 1 ? 0L : 4L);
+}
+
+void tst_results_readers::theNameOfTheAnalysisStandsInTheTexts()
+{
+    CRecordingHost objHost;
+    SResultDocument objDocument;
+    objDocument.bRegistration = false;
+    SSOLAAnalysis objRecord;
+    QMap<QString, QStringList> mapNames;
+    QVERIFY(readInto(objRecord, objRecord.nWavelengthCount, objRecord.lstWavelengths, objDocument, mapNames, "100 %1"));
+    QCOMPARE(objHost.callsOf("progress 5/15"), QStringList("progress 5/15: Loading 100 %1 analysis: reading measured photon densities..."));
+    QCOMPARE(objHost.callsOf("progress 8/15"), QStringList("progress 8/15: Loading 100 %1 analysis: Displaying read data..."));
+    QCOMPARE(objHost.callsOf("progress 7/15"), QStringList("progress 7/15: Loading 100 %1 analysis: Reading results..."));
+    QCOMPARE(objHost.callsOf("log 1: Registration"),
+             QStringList("log 1: Registration matrices are not present in the 100 %1 result XML file."));
+}
+
+void tst_results_readers::fluorescentTablesGainAVersion_data()
+{
+    QTest::addColumn<QString>("strSoftware");
+    QTest::addColumn<bool>("bTable");
+    QTest::addColumn<QString>("strVersion");
+    QTest::newRow("with a colon") << "Ormelle version: 4.2.1" << true << " 4.2.1";
+    QTest::newRow("no section") << QString() << true << "N/A";
+    QTest::newRow("no table") << "4.2.1" << false << "4.2.1";
+}
+
+void tst_results_readers::fluorescentTablesGainAVersion()
+{
+    QFETCH(QString, strSoftware);
+    QFETCH(bool, bTable);
+    QFETCH(QString, strVersion);
+    SResultDocument objDocument(SResultDocument::NOVA);
+    objDocument.strSoftware = strSoftware;
+    if (!bTable)
+    {
+        objDocument.leaveOut("Orm3.0.NOVA.Results");
+    }
+    SNOVAAnalysis objRecord;
+    QMap<QString, QStringList> mapNames;
+    QVERIFY(readInto(objRecord, objRecord.nImageSourceCount, objRecord.lstImageSources, objDocument, mapNames));
+    QCOMPARE(objRecord.lstResultKeys.size(), bTable ? 4 : 1);
+    QCOMPARE(objRecord.lstResultKeys.last(), QString("Version"));
+    QCOMPARE(objRecord.lstResultValues.last(), strVersion);
 }
 
 ORM_TEST_MAIN(tst_results_readers)
