@@ -246,12 +246,10 @@ void CSOLAView::paintEvent(QPaintEvent* pEvent)
 {
     const SFrameInputs objBefore = frameInputs();
     QOpenGLWidget::paintEvent(pEvent);
-#ifndef QT_NO_DEBUG
     if (QOpenGLContext::currentContext())
     {
         drainErrors();
     }
-#endif
     ++m_nFrames;
     // What was drawn early in the frame has not seen what was decided late in it.
     m_bStale = frameInputs() != objBefore;
