@@ -142,7 +142,7 @@ void CCompareRun::openSequences()
     {
         palette.onSequenceAdded(pSequence);
     }
-    if (widget<QListWidget>("m_pSequenceNameLW")->count() == 0)
+    if (m_lstReasons.isEmpty() && widget<QListWidget>("m_pSequenceNameLW")->count() == 0)
     {
         m_lstReasons.append(QStringLiteral("There is no sequence with tomography results under the folders."));
     }
@@ -174,12 +174,9 @@ QString CCompareRun::unitOf(int nKind) const
 
 bool CCompareRun::resizeView()
 {
-    // The layout decides how much of the window the view gets; a second round settles what the first one moved.
-    for (int nRound = 0; nRound < 3 && m_pView->size() != m_options.m_objSize; ++nRound)
-    {
-        m_pWindow->resize(m_pWindow->size() + m_options.m_objSize - m_pView->size());
-        QCoreApplication::processEvents();
-    }
+    // The window grows with a larger view; a smaller one stands in the middle of its place.
+    m_pView->setFixedSize(m_options.m_objSize);
+    QCoreApplication::processEvents();
     if (m_pView->size() == m_options.m_objSize)
     {
         return true;
