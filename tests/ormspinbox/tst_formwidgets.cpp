@@ -536,6 +536,7 @@ private slots:
         pSlider->setMaximum(100);
         pSlider->setSpan(40, 60);
         add("Span slider with the focus", pSlider);
+        QVERIFY(pFocused);
         objWindow.show();
         QVERIFY(QTest::qWaitForWindowExposed(&objWindow));
         QApplication::setActiveWindow(&objWindow);

@@ -169,6 +169,7 @@ private slots:
         std::atomic<int> nEntries{0};
         const int nSink = getLogObject()->addSink([&](const SLogEntry&) { ++nEntries; });
         std::vector<std::thread> vecThreads;
+        vecThreads.reserve(4);
         for (int t = 0; t < 4; ++t)
             vecThreads.emplace_back(
                 []

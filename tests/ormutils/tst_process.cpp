@@ -369,9 +369,9 @@ private slots:
         } objPaints;
         display()->installEventFilter(&objPaints);
         CAutoProgressUpdate objUpdate("Reading");
-        objUpdate.start(QThread::InheritPriority);
         QElapsedTimer objTimer;
         objTimer.start();
+        objUpdate.start(QThread::InheritPriority);
         while (objPaints.nPaints < 4 && objTimer.elapsed() < 20000)
             COrmProcess::keepAlive();
         QCOMPARE(objPaints.nPaints, 4);

@@ -223,8 +223,10 @@ void QtThumbWheel::paintEvent(QPaintEvent*)
     const double fValues = double(maximum()) - minimum() + 1;
     const double fTurn = (double(sliderPosition()) - minimum()) / fValues * 360 * (invertedAppearance() ? -1 : 1);
     const double fFirst = std::fmod(fTurn, g_fRidgeDegrees) - 90 - g_fRidgeDegrees;
-    for (double fAngle = fFirst; fAngle < 90 + g_fRidgeDegrees; fAngle += g_fRidgeDegrees)
+    constexpr int nRidges = int(180 / g_fRidgeDegrees) + 2;
+    for (int i = 0; i <= nRidges; ++i)
     {
+        const double fAngle = fFirst + i * g_fRidgeDegrees;
         if (fAngle <= -88 || fAngle >= 88)
             continue;
         const double fFacing = std::cos(qDegreesToRadians(fAngle));
