@@ -27,9 +27,17 @@ public:
     std::vector<quint32> voxelsNamed(quint32 nName) const;
 
 private:
+    enum class ENames
+    {
+        Unknown,
+        Consecutive, ///< each voxel's name follows the one before
+        Sorted       ///< they are in m_vecNames
+    };
+    bool isConsecutive() const;
+
     float m_fVoxelSize = 1.0f; ///< millimetres
     QVector<C3DVolume::Voxel> m_vecVoxels;
-    bool m_bConsecutive = true;                                  ///< each voxel's name follows the one before
     mutable std::unique_ptr<const CVolumeGeometry> m_pGeometry;  ///< null until needed
-    mutable std::vector<std::pair<quint32, quint32>> m_vecNames; ///< name and voxel, sorted; empty until needed
+    mutable ENames m_eNames = ENames::Unknown;                   ///< Unknown until needed
+    mutable std::vector<std::pair<quint32, quint32>> m_vecNames; ///< name and voxel
 };

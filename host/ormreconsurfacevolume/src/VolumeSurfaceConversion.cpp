@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -49,48 +51,38 @@ double highestAmount(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CIn
     return fHighest;
 }
 
-/// A cell of the grid as a voxel.
-C3DVolume::Voxel voxelAt(const fVolumeGrid& objGrid, long nX, long nY, long nZ, double fAmount)
+/// What a grid becomes.
+struct SKept
 {
-    constexpr double fMost = std::numeric_limits<float>::max();
-    const Coord3d objCentre = objGrid.cellCentre(nX, nY, nZ);
-    return {static_cast<float>(objCentre.x), static_cast<float>(objCentre.y), static_cast<float>(objCentre.z), C3DSGNode::m_nObjectCount++,
-            static_cast<float>(std::min(fAmount, fMost))};
+    QVector<C3DVolume::Voxel> m_vecVoxels;
+    float m_fMin = 0.0f; ///< of the values; 0 without any
+    float m_fMax = 0.0f;
+};
+
+/// The voxels in the parts of the cells that held one, with value 0: what a grid without any amount gives.
+SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside)
+{
+    SKept sKept;
+    forEachRun(objGrid, objSweep, pInside,
+               [&](const double*, long nCount, long nFirst, long nY, long nZ)
+               {
+                   for (long nX = nFirst; nX < nFirst + nCount; ++nX)
+                   {
+                       if (!objGrid.isFilled(nX, nY, nZ))
+                           continue;
+                       const Coord3d objCentre = objGrid.cellCentre(nX, nY, nZ);
+                       sKept.m_vecVoxels.append({static_cast<float>(objCentre.x), static_cast<float>(objCentre.y),
+                                                 static_cast<float>(objCentre.z), C3DSGNode::m_nObjectCount++, 0.0f});
+                   }
+               });
+    return sKept;
 }
 
-/// The parts of the cells that held a voxel, with value 0: what a grid without any amount gives.
-QVector<C3DVolume::Voxel> emptyVoxels(const fVolumeGrid& objGrid, const CInsideRuns* pInside)
+/// The cells from fLeast on, scaled to the total that the grid was made of. They are counted first and written once.
+SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, double fLeast, double fHighest)
 {
-    QVector<C3DVolume::Voxel> vecVoxels;
-    const auto keepRow = [&](long nFirst, long nEnd, long nY, long nZ)
-    {
-        for (long nX = nFirst; nX < nEnd; ++nX)
-        {
-            if (objGrid.isFilled(nX, nY, nZ))
-                vecVoxels.append(voxelAt(objGrid, nX, nY, nZ, 0.0));
-        }
-    };
-    for (long nZ = 0; nZ < objGrid.cells(2); ++nZ)
-    {
-        COrmProcess::keepAlive();
-        for (long nY = 0; nY < objGrid.cells(1); ++nY)
-        {
-            if (!pInside)
-            {
-                keepRow(0, objGrid.cells(0), nY, nZ);
-                continue;
-            }
-            for (const CInsideRuns::SRun* p = pInside->begin(nY, nZ); p != pInside->end(nY, nZ); ++p)
-                keepRow(p->m_nFirst, p->m_nEnd, nY, nZ);
-        }
-    }
-    return vecVoxels;
-}
-
-/// The cells from fLeast on, scaled to the total that the grid was made of.
-QVector<C3DVolume::Voxel> keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, double fLeast)
-{
-    double fKept = 0.0;
+    double fSum = 0.0;
+    double fLowest = fHighest;
     qint64 nKept = 0;
     forEachRun(objGrid, objSweep, pInside,
                [&](const double* pAmounts, long nCount, long, long, long)
@@ -98,63 +90,70 @@ QVector<C3DVolume::Voxel> keptVoxels(const fVolumeGrid& objGrid, CGridSweep& obj
                    for (long i = 0; i < nCount; ++i)
                    {
                        const bool bKept = pAmounts[i] >= fLeast;
-                       fKept += bKept ? pAmounts[i] : 0.0;
+                       fSum += bKept ? pAmounts[i] : 0.0;
+                       fLowest = bKept && pAmounts[i] < fLowest ? pAmounts[i] : fLowest;
                        nKept += bKept ? 1 : 0;
                    }
                });
-    const double fScale = fKept > 0.0 ? objGrid.sourceTotal() / fKept : 1.0;
+    constexpr double fMost = std::numeric_limits<float>::max();
+    const double fScale = fSum > 0.0 ? objGrid.sourceTotal() / fSum : 1.0;
+    const auto scaled = [=](double fAmount) { return static_cast<float>(std::min(fAmount * fScale, fMost)); };
 
-    QVector<C3DVolume::Voxel> vecVoxels;
-    vecVoxels.reserve(static_cast<int>(nKept));
+    SKept sKept;
+    sKept.m_fMin = scaled(fLowest);
+    sKept.m_fMax = scaled(fHighest);
+    sKept.m_vecVoxels.reserve(static_cast<int>(nKept));
+    std::vector<float> vecX;
+    for (long nX = 0; nX < objGrid.cells(0); ++nX)
+        vecX.push_back(static_cast<float>(objGrid.cellCentre(nX, 0, 0).x));
     forEachRun(objGrid, objSweep, pInside,
                [&](const double* pAmounts, long nCount, long nFirst, long nY, long nZ)
                {
                    const auto nInRun = std::count_if(pAmounts, pAmounts + nCount, [=](double fAmount) { return fAmount >= fLeast; });
-                   const int nBefore = vecVoxels.size();
-                   vecVoxels.resize(nBefore + static_cast<int>(nInRun));
-                   C3DVolume::Voxel* pVoxel = vecVoxels.data() + nBefore;
+                   const int nBefore = sKept.m_vecVoxels.size();
+                   sKept.m_vecVoxels.resize(nBefore + static_cast<int>(nInRun));
+                   C3DVolume::Voxel* pVoxel = sKept.m_vecVoxels.data() + nBefore;
+                   const Coord3d objRow = objGrid.cellCentre(0, nY, nZ);
+                   const auto fY = static_cast<float>(objRow.y);
+                   const auto fZ = static_cast<float>(objRow.z);
+                   long nID = C3DSGNode::m_nObjectCount;
+                   C3DSGNode::m_nObjectCount += static_cast<long>(nInRun);
                    for (long i = 0; i < nCount; ++i)
                    {
                        if (pAmounts[i] >= fLeast)
-                           *pVoxel++ = voxelAt(objGrid, nFirst + i, nY, nZ, pAmounts[i] * fScale);
+                           *pVoxel++ = {vecX[static_cast<std::size_t>(nFirst + i)], fY, fZ, nID++, scaled(pAmounts[i])};
                    }
                });
-    return vecVoxels;
+    return sKept;
 }
 
-bool replaceVoxels(C3DVolume& objTarget, double fCellSize, QVector<C3DVolume::Voxel> vecVoxels)
+SKept voxelsOf(const fVolumeGrid& objGrid, const IA3D::mesh* pMesh, bool bAllCells)
 {
-    const auto isLess = [](const C3DVolume::Voxel& voxel1, const C3DVolume::Voxel& voxel2) { return voxel1.fValue < voxel2.fValue; };
-    const auto pairEnds = std::minmax_element(vecVoxels.cbegin(), vecVoxels.cend(), isLess);
-    const float fMin = vecVoxels.isEmpty() ? 0.0f : pairEnds.first->fValue;
-    const float fMax = vecVoxels.isEmpty() ? 0.0f : pairEnds.second->fValue;
-    return objTarget.takeVoxelData(static_cast<float>(fCellSize), std::move(vecVoxels), fMin, fMax);
+    std::unique_ptr<const CInsideRuns> pInside;
+    if (pMesh && !pMesh->is_empty())
+        pInside = std::make_unique<const CInsideRuns>(*pMesh, objGrid);
+    const CInsideRuns* pKept = pInside && !pInside->isEmpty() ? pInside.get() : nullptr;
+    CGridSweep objSweep(objGrid);
+    if (!(objGrid.sourceTotal() > 0.0))
+    {
+        SKept sKept = emptyVoxels(objGrid, objSweep, pKept);
+        return sKept.m_vecVoxels.isEmpty() && pKept ? emptyVoxels(objGrid, objSweep, nullptr) : sKept;
+    }
+    double fHighest = highestAmount(objGrid, objSweep, pKept);
+    if (!(fHighest > 0.0) && pKept)
+    {
+        pKept = nullptr;
+        fHighest = highestAmount(objGrid, objSweep, nullptr);
+    }
+    return keptVoxels(objGrid, objSweep, pKept, bAllCells ? 0.0 : fLeastFraction * fHighest, fHighest);
 }
 
 bool writeGrid(const fVolumeGrid& objGrid, C3DVolume& objTarget, const IA3D::mesh* pMesh, bool bAllCells)
 {
     try
     {
-        std::unique_ptr<const CInsideRuns> pInside;
-        if (pMesh && !pMesh->is_empty())
-            pInside = std::make_unique<const CInsideRuns>(*pMesh, objGrid);
-        const CInsideRuns* pKept = pInside && !pInside->isEmpty() ? pInside.get() : nullptr;
-        if (!(objGrid.sourceTotal() > 0.0))
-        {
-            QVector<C3DVolume::Voxel> vecVoxels = emptyVoxels(objGrid, pKept);
-            if (vecVoxels.isEmpty() && pKept)
-                vecVoxels = emptyVoxels(objGrid, nullptr);
-            return replaceVoxels(objTarget, objGrid.cellSize(), std::move(vecVoxels));
-        }
-        CGridSweep objSweep(objGrid);
-        double fHighest = highestAmount(objGrid, objSweep, pKept);
-        if (!(fHighest > 0.0) && pKept)
-        {
-            pKept = nullptr;
-            fHighest = highestAmount(objGrid, objSweep, nullptr);
-        }
-        const double fLeast = bAllCells ? 0.0 : fLeastFraction * fHighest;
-        return replaceVoxels(objTarget, objGrid.cellSize(), keptVoxels(objGrid, objSweep, pKept, fLeast));
+        SKept sKept = voxelsOf(objGrid, pMesh, bAllCells);
+        return objTarget.takeVoxelData(static_cast<float>(objGrid.cellSize()), std::move(sKept.m_vecVoxels), sKept.m_fMin, sKept.m_fMax);
     }
     catch (const std::bad_alloc&)
     {
