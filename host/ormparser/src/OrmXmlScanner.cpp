@@ -488,20 +488,23 @@ bool OrmXmlScanner::scanName(std::string_view& strName)
     return true;
 }
 
-/// Searches in steps, so that the display stays alive and bad characters are found before a long search is over.
+/// Searches in growing steps: most ends are near, and the display stays alive where one is far.
 bool OrmXmlScanner::skipUntil(const char* pFrom, std::string_view strEnd, const char*& pFound)
 {
     const char* p = pFrom;
+    qint64 nStep = 256;
     while (m_pEnd - p >= static_cast<qint64>(strEnd.size()))
     {
-        const char* pStop = std::min(m_pEnd, p + std::min<qint64>(nBytesPerAlive, m_pEnd - p));
+        const char* pStop = p + std::min(nStep, static_cast<qint64>(m_pEnd - p));
         const void* pHit = memmem(p, static_cast<size_t>(pStop - p), strEnd.data(), strEnd.size());
         if (pHit)
         {
             pFound = static_cast<const char*>(pHit);
             return true;
         }
-        COrmProcess::keepAlive();
+        if (nStep == nBytesPerAlive)
+            COrmProcess::keepAlive();
+        nStep = std::min(2 * nStep, nBytesPerAlive);
         p = pStop == m_pEnd ? m_pEnd : pStop - strEnd.size() + 1;
     }
     return failEnd();
