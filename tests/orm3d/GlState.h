@@ -294,6 +294,10 @@ public:
         glColorMaterial(GL_BACK, GL_SPECULAR);
         glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_TRUE);
         glFogf(GL_FOG_DENSITY, 9.0f);
+        const GLubyte anNoStipple[128] = {};
+        glPolygonStipple(anNoStipple);
+        m_nProgram = program();
+        glUseProgram(m_nProgram);
         glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
         glPixelStorei(GL_UNPACK_ROW_LENGTH, 333);
         glMatrixMode(GL_TEXTURE);
@@ -302,6 +306,8 @@ public:
     }
     ~CHostile()
     {
+        glUseProgram(0);
+        glDeleteProgram(m_nProgram);
         glDeleteTextures(1, &m_nTexture);
         glDeleteBuffers(1, &m_nBuffer);
     }
@@ -309,6 +315,25 @@ public:
     CHostile& operator=(const CHostile&) = delete;
 
 private:
+    /// A program that puts everything into one corner, in one colour.
+    static GLuint program()
+    {
+        const GLuint nProgram = glCreateProgram();
+        for (const auto& [eKind, pSource] : std::initializer_list<std::pair<GLenum, const char*>>{
+                 {GL_VERTEX_SHADER, "void main() { gl_Position = vec4(0.9, 0.9, 0.0, 1.0); }"},
+                 {GL_FRAGMENT_SHADER, "void main() { gl_FragColor = vec4(1.0, 0.0, 1.0, 1.0); }"}})
+        {
+            const GLuint nShader = glCreateShader(eKind);
+            glShaderSource(nShader, 1, &pSource, nullptr);
+            glCompileShader(nShader);
+            glAttachShader(nProgram, nShader);
+            glDeleteShader(nShader);
+        }
+        glLinkProgram(nProgram);
+        return nProgram;
+    }
+
+    GLuint m_nProgram = 0;
     GLuint m_nTexture = 0;
     GLuint m_nBuffer = 0;
 };

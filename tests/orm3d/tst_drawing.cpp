@@ -154,6 +154,7 @@ private slots:
     void anOpaqueSurfaceHidesWhatIsBehind();
     void surfacesAreLitFromOutside_data();
     void surfacesAreLitFromOutside();
+    void theInsideOfAnOpenSurfaceIsLit();
     void densitiesColourTheSurface();
     void densityColoursFollowTheirPalette();
     void densitiesOfNoNumberArePlain();
@@ -167,6 +168,8 @@ private slots:
     void translucentVoxelsKeepTheirHue();
     void aSourceIsNearlyOpaqueThroughItsThickness_data();
     void aSourceIsNearlyOpaqueThroughItsThickness();
+    void translucentSquaresAreOfExactSize();
+    void raisingTheMinimumKeepsTheOrder();
     void nearerVoxelsLieOverFartherOnes_data();
     void nearerVoxelsLieOverFartherOnes();
     void whatIsBelowTheThresholdIsNotDrawn_data();
@@ -362,6 +365,18 @@ void tst_drawing::surfacesAreLitFromOutside()
     const int nDim = qGreen(imgSeen.pixel(nSize / 2 - 40, nSize / 2 + 50));
     QVERIFY2(nBright > 170, qPrintable(QString::number(nBright)));
     QVERIFY2(nDim < nBright - 40, qPrintable(QString::number(nDim)));
+}
+
+void tst_drawing::theInsideOfAnOpenSurfaceIsLit()
+{
+    C3DMesh objMesh = meshOf(quad(), 1.0f);
+    for (const float fTurn : {0.0f, 180.0f}) // from before and from behind
+    {
+        m_pGl->begin(Qt::black, 10, 10, 0, fTurn, 0);
+        objMesh.render(true, GL_RENDER);
+        const int nSeen = qGreen(m_pGl->grab().pixel(nSize / 2, nSize / 2));
+        QVERIFY2(nSeen > 150, qPrintable(QString::number(nSeen))); // ambient light alone gives 57
+    }
 }
 
 void tst_drawing::densitiesColourTheSurface()
@@ -565,10 +580,11 @@ void tst_drawing::mipHasNoGaps()
     C3DVolume objVolume = volumeOf(cube(12, 0.613f, [](int, int, int) { return 1.0f; }), 0.613f);
     objVolume.setMIP(true);
     QRandomGenerator objRandom(5);
-    for (int nTurn = 0; nTurn < 25; ++nTurn)
+    for (int nTurn = 0; nTurn < 30; ++nTurn)
     {
-        m_pGl->begin(colorGround, 7.0 + nTurn * 0.13, 7.0 + nTurn * 0.13, 360.0f * float(objRandom.generateDouble()),
-                     360.0f * float(objRandom.generateDouble()), 360.0f * float(objRandom.generateDouble()));
+        const double fHalf = 5.0 + nTurn * 0.13; // voxels of 12.3 to 7 pixels
+        const auto turn = [&] { return nTurn < 15 ? 0.0f : 360.0f * float(objRandom.generateDouble()); };
+        m_pGl->begin(colorGround, fHalf, fHalf, turn(), turn(), turn());
         objVolume.render(true, GL_RENDER);
         const QImage imgSeen = m_pGl->grab();
         for (int nY = 0; nY < nSize; ++nY) // a turned cube is convex: nothing shows through between the first and the last pixel of a row
@@ -659,6 +675,43 @@ void tst_drawing::aSourceIsNearlyOpaqueThroughItsThickness()
     }
     const double fOpacity = 1.0 - fSum / 1600.0 / 255.0; // dark red over white
     QVERIFY2(fOpacity > 0.92 && fOpacity < 0.98, qPrintable(QString::number(fOpacity)));
+}
+
+void tst_drawing::translucentSquaresAreOfExactSize()
+{
+    // Voxels of 3.4 pixels, so squares of 6.8: on average over their places they cover that, not 7 x 7 or 6 x 6 pixels.
+    double fCovered = 0.0;
+    QRandomGenerator objRandom(6);
+    constexpr int nPlaces = 150;
+    for (int i = 0; i < nPlaces; ++i)
+    {
+        C3DVolume objVolume =
+            volumeOf({{static_cast<float>(objRandom.generateDouble()), static_cast<float>(objRandom.generateDouble()), 0, 1, 1}}, 0.34f);
+        m_pGl->begin(colorGround, 10, 10, 0, 0, i % 2 == 0 ? 0.0f : 45.0f); // no larger when turned
+        objVolume.render(true, GL_RENDER);
+        fCovered += countNot(m_pGl->grab(), colorGround.rgb());
+    }
+    QVERIFY2(std::abs(fCovered / nPlaces / (6.8 * 6.8) - 1.0) < 0.02, qPrintable(QString::number(fCovered / nPlaces)));
+}
+
+void tst_drawing::raisingTheMinimumKeepsTheOrder()
+{
+    QRandomGenerator objRandom(12);
+    const QVector<Voxel> vecVoxels = cube(7, 1.0f, [&](int, int, int) { return static_cast<float>(objRandom.bounded(10, 100)); });
+    C3DVolume objVolume = volumeOf(vecVoxels);
+    const auto draw = [&](C3DVolume& objShown)
+    {
+        m_pGl->begin(colorGround, 10, 10, 30, 40, 10);
+        objShown.render(true, GL_RENDER);
+        return m_pGl->grab();
+    };
+    for (const double fMin : {0.0, 40.0, 70.0, 20.0})
+    {
+        objVolume.m_objPalette.SetImageMinMax(fMin, 100.0);
+        C3DVolume objFresh = volumeOf(vecVoxels);
+        objFresh.m_objPalette.SetImageMinMax(fMin, 100.0);
+        QCOMPARE(draw(objVolume), draw(objFresh));
+    }
 }
 
 void tst_drawing::nearerVoxelsLieOverFartherOnes_data()

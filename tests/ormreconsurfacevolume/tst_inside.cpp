@@ -6,6 +6,7 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -127,6 +128,7 @@ private slots:
     void cornersOnRaysCountOnce();
     void aBallIsABall();
     void smallGapsDoNotLeak();
+    void missingFacesDoNotTurnInsideOut();
     void aBowlHasAnInside();
     void aSheetHasNone();
     void aSurfaceOfNothingLimitsNothing();
@@ -143,15 +145,15 @@ void tst_inside::equalsTheSolidAngle_data()
         QTest::newRow(pName) << sSurface << nTurns;
         SSurface sInverted = sSurface;
         sInverted.invert();
-        QTest::addRow("%s, inside out", pName) << sInverted << 3;
+        QTest::addRow("%s, inside out", pName) << sInverted << 1;
     };
-    row("ball", Shapes::ball(7.0, 3), 6);
+    row("ball", Shapes::ball(7.0, 3), 3);
     row("coarse ball", Shapes::ball(7.5, 1), 6);
-    row("torus", Shapes::torus(6.0, 2.2, 24, 12), 8);
+    row("torus", Shapes::torus(6.0, 2.2, 20, 10), 4);
     row("box", Shapes::box(-5.3, -4.1, -6.7, 5.9, 3.3, 6.1), 8);
     row("thin plate", Shapes::box(-7, -7, -0.3, 7, 7, 0.4), 8);
-    row("larger than the grid", Shapes::ball(30.0, 3), 2);
-    row("partly beside the grid", Shapes::ball(7.0, 3, 9.0, -6.0, 4.0), 3);
+    row("larger than the grid", Shapes::ball(30.0, 2), 2);
+    row("partly beside the grid", Shapes::ball(7.0, 2, 9.0, -6.0, 4.0), 3);
 
     SSurface sTwo = Shapes::ball(4.0, 2, -5.0, 0.0, 0.0);
     sTwo.append(Shapes::ball(4.0, 2, 5.0, 0.0, 0.0));
@@ -289,6 +291,29 @@ void tst_inside::smallGapsDoNotLeak()
         nDifferent += setOpen.count(cell) != setClosed.count(cell) ? 1 : 0;
     }
     QVERIFY2(nDifferent * 100 < setClosed.size(), qPrintable(QStringLiteral("%1 of %2 cells").arg(nDifferent).arg(setClosed.size())));
+}
+
+void tst_inside::missingFacesDoNotTurnInsideOut()
+{
+    // Without its faces of lowest x and lowest y, rays along x and y meet a single face each, on their way out.
+    SSurface sBox = Shapes::box(1.5, 1.5, 1.5, 7.5, 7.5, 7.5);
+    std::vector<quint32> vecTriangles;
+    for (std::size_t i = 0; i + 2 < sBox.m_vecTriangles.size(); i += 3)
+    {
+        const auto isAt = [&](std::size_t nAxis)
+        {
+            return std::all_of(sBox.m_vecTriangles.begin() + static_cast<std::ptrdiff_t>(i),
+                               sBox.m_vecTriangles.begin() + static_cast<std::ptrdiff_t>(i + 3),
+                               [&](quint32 n) { return sBox.m_vecVertices[3 * static_cast<std::size_t>(n) + nAxis] == 1.5f; });
+        };
+        if (!isAt(0) && !isAt(1))
+            vecTriangles.insert(vecTriangles.end(), {sBox.m_vecTriangles[i], sBox.m_vecTriangles[i + 1], sBox.m_vecTriangles[i + 2]});
+    }
+    QCOMPARE(vecTriangles.size(), std::size_t(24));
+    sBox.m_vecTriangles = vecTriangles;
+    const std::set<Cell> setKept = kept(10, 0.0f, sBox);
+    QCOMPARE(setKept.size(), std::size_t(6 * 6 * 6));
+    QVERIFY(setKept.count({2, 2, 2}) == 1 && setKept.count({7, 7, 7}) == 1);
 }
 
 void tst_inside::aBowlHasAnInside()

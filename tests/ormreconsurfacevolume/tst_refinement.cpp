@@ -144,6 +144,8 @@ void tst_refinement::equalsPassByPass_data()
     QTest::newRow("a box by 4") << 6 << 5 << 4 << 4 << 0.6;
     QTest::newRow("a box by 2") << 4 << 7 << 5 << 2 << 0.6;
     QTest::newRow("a box by 3") << 4 << 3 << 5 << 3 << 0.8;
+    QTest::newRow("higher than a band is wide, by 4") << 2 << 3 << 13 << 4 << 0.7;
+    QTest::newRow("higher than a band is wide, by 2") << 3 << 2 << 17 << 2 << 0.7;
     QTest::newRow("a box by 1") << 9 << 8 << 7 << 1 << 0.7;
 }
 
