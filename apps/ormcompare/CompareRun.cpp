@@ -35,6 +35,9 @@ namespace
 const QString kSola = QStringLiteral("SOLA");
 const QString kNova = QStringLiteral("NOVA");
 
+/// A frame that takes longer will not come.
+constexpr int kFrameLimitMs = 60000;
+
 double milliseconds(const QElapsedTimer& clock)
 {
     return static_cast<double>(clock.nsecsElapsed()) / 1.0e6;
@@ -401,16 +404,31 @@ void CCompareRun::measureFrames()
     }
     auto* pWheel = widget<QAbstractSlider>("m_pThumWheel");
     const int nStart = pWheel->value();
-    for (int nFrame = 0; nFrame < m_options.m_nFrames; ++nFrame)
+    // A repaint that follows the last one too closely is put off by the toolkit, so a frame is over when it has been shown.
+    bool bShown = false;
+    connect(m_pView, &QOpenGLWidget::frameSwapped, this, [&bShown] { bShown = true; });
+    for (int nFrame = 1; nFrame <= m_options.m_nFrames; ++nFrame)
     {
-        pWheel->setValue((nStart + 360 * nFrame / m_options.m_nFrames) % 360);
+        QCoreApplication::processEvents();
+        bShown = false;
         QElapsedTimer clock;
         clock.start();
-        m_pView->repaint();
+        pWheel->setValue((nStart + 360 * nFrame / m_options.m_nFrames) % 360);
+        m_pView->update();
+        while (!bShown && clock.elapsed() < kFrameLimitMs)
+        {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, kFrameLimitMs);
+        }
+        if (!bShown)
+        {
+            m_lstReasons.append(QStringLiteral("The view was not painted within %1 s.").arg(kFrameLimitMs / 1000));
+            break;
+        }
         m_pView->makeCurrent();
         glFinish();
         m_objReport.m_lstFrameMs.append(milliseconds(clock));
     }
+    disconnect(m_pView, &QOpenGLWidget::frameSwapped, this, nullptr);
     pWheel->setValue(nStart);
     say(QStringLiteral("%1 frames, median %2 ms").arg(m_options.m_nFrames).arg(CompareReport::median(m_objReport.m_lstFrameMs), 0, 'f', 1));
 }
