@@ -1,6 +1,7 @@
 #include "COrmImageOverlayWindow.h"
 #include "COrmLog.h"
 #include "COrmMainWindow.h"
+#include "COrmPictureWidget.h"
 #include "COrmPluginManager.h"
 #include "COrmPreference.h"
 #include "COrmProcess.h"
@@ -555,6 +556,19 @@ void TestMainWindow::overlayFollowsTheSelection()
     QMenu* pMenu = menu("menuWindow");
     emit pMenu->aboutToShow();
     QCOMPARE(entries(pMenu).last(), QStringLiteral("Image Overlay - B"));
+    // A picture that is taken while the window is open is seen after a refresh.
+    const auto* pPicture = TestWidgets::get<COrmPictureWidget>(pOverlay, "overlayPicture");
+    QVERIFY(pPicture->picture().isNull());
+    const QString strClick = m_pStudy->sequenceFolder(QStringLiteral("B")) + QStringLiteral("B_001/");
+    QImage imgPhotograph(8, 6, QImage::Format_Grayscale8);
+    imgPhotograph.fill(100);
+    QVERIFY(imgPhotograph.save(strClick + QStringLiteral("photograph.png")));
+    CStudyWriter::writeFile(strClick + QStringLiteral("ClickInfo.txt"), "[photographic image]\nImage File=photograph.png\n");
+    action("actionRefresh")->trigger();
+    QTRY_COMPARE(pPicture->picture().size(), QSize(8, 6));
+    action("actionClose")->trigger();
+    QCOMPARE(pOverlay->windowTitle(), QStringLiteral("Image Overlay"));
+    QVERIFY(pPicture->picture().isNull());
     QVERIFY(m_pWindow->openTool(QStringLiteral("image overlay")));
 }
 

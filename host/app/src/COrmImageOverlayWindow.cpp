@@ -81,7 +81,8 @@ void COrmImageOverlayWindow::loadImages()
 {
     m_imgPhotograph = QImage();
     m_imgLuminescent = QImage();
-    const COrmDataset* pDataset = m_pSequence ? m_pSequence->getDatasets().value(m_pImageCB->currentIndex()) : nullptr;
+    const bool bOpen = m_pSequence && COrmSequenceDataset::getSequenceDataset(m_pSequence->getSequenceID()) == m_pSequence;
+    const COrmDataset* pDataset = bOpen ? m_pSequence->getDatasets().value(m_pImageCB->currentIndex()) : nullptr;
     if (pDataset == nullptr)
         m_pPicture->setText(QStringLiteral("Select a sequence in the list of the main window."));
     else

@@ -111,6 +111,13 @@ COrmMainWindow::COrmMainWindow(QWidget* pParent)
     connect(m_pView, &COrmSequenceView::menuRequested, this, [this](const QPoint& pt) { m_pSequenceMenu->popup(pt); });
     connect(m_pSequences, &COrmSequenceCollection::added, this, &COrmMainWindow::updateControls);
     connect(m_pSequences, &COrmSequenceCollection::closed, this, &COrmMainWindow::updateControls);
+    connect(m_pSequences, &COrmSequenceCollection::changed, this,
+            [this]
+            {
+                if (m_pOverlay)
+                    m_pOverlay->setSequence(nullptr); // its images may be others now
+                updateControls();
+            });
 
     COrmSignalHandler* pHub = COrmPreference::getSignalHandler();
     connect(pHub, &COrmSignalHandler::signalAddWidgetToWorkspace, this, &COrmMainWindow::addToolWindow);

@@ -7,6 +7,7 @@
 #include <QImageReader>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -38,8 +39,8 @@ QImage coloured(const QImage& imgLuminescent, double fOpacity)
         for (int x = 0; x < imgGrey.width(); ++x)
         {
             const double fPlace = (pIn[x] - nLow) * fScale;
-            const QRgb nColour = pTable[static_cast<int>(fPlace * 255.0 + 0.5)];
-            pOut[x] = qRgba(qRed(nColour), qGreen(nColour), qBlue(nColour), static_cast<int>(fPlace * fOpacity * 255.0 + 0.5));
+            const QRgb nColour = pTable[std::lround(fPlace * 255.0)];
+            pOut[x] = qRgba(qRed(nColour), qGreen(nColour), qBlue(nColour), static_cast<int>(std::lround(fPlace * fOpacity * 255.0)));
         }
     }
     return imgColour;

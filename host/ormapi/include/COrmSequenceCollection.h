@@ -24,7 +24,7 @@ public:
     COrmSequenceDataset* add(const SSequenceFacts& sFacts, QString* pstrReason = nullptr);
     /// Searches @p lstPaths and opens what is found, all in one call. The problems of the outcome are logged too.
     SScanOutcome open(const QStringList& lstPaths, const OrmSequenceScanner::FnProgress& fnProgress = OrmSequenceScanner::FnProgress());
-    /// Closes the sequence with that ID; false when none is open.
+    /// Closes the sequence with that ID; false when none is open. The object itself goes when control returns to the event loop.
     bool close(const QString& strSequenceID);
     /// Closes all, the last one opened first.
     void closeAll();
@@ -39,7 +39,7 @@ signals:
     void added(COrmSequenceDataset* pSequence);        ///< after the hub was told
     void changed(COrmSequenceDataset* pSequence);      ///< after the hub was told
     void aboutToClose(COrmSequenceDataset* pSequence); ///< before the hub is told
-    void closed(const QString& strSequenceID);         ///< after the sequence is gone
+    void closed(const QString& strSequenceID);         ///< after the hub was told
 
 private:
     QList<COrmSequenceDataset*> m_lstSequences; ///< owned as children

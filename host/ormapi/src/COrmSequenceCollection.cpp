@@ -93,7 +93,7 @@ bool COrmSequenceCollection::close(const QString& strSequenceID)
             emit pHub->signalDatasetRemoved(pDataset);
         emit pHub->signalSequenceRemoved(pSequence);
     }
-    delete pSequence;
+    pSequence->deleteLater(); // somebody may be told of it just now: whoever else is told still needs it
     ORM_LOG(1, QStringLiteral("Closed sequence %1.").arg(strID));
     emit closed(strID);
     return true;
@@ -128,24 +128,25 @@ QString COrmSequenceCollection::refresh(const QString& strSequenceID)
 
     const COrmSequenceDataset::SChanges sChanges = pSequence->update(sFacts);
     COrmSignalHandler* pHub = hub();
-    // Whoever is told may close the sequence.
-    const QPointer<COrmSequenceDataset> pGuard(pSequence);
+    // Whoever is told may close the sequence; then there is nothing left to tell.
+    const auto isOpen = [&strSequenceID, pSequence] { return COrmSequenceDataset::getSequenceDataset(strSequenceID) == pSequence; };
     for (const QPointer<COrmDataset>& pDataset : sChanges.m_lstRemoved)
     {
-        if (pHub != nullptr && pDataset)
+        if (pHub != nullptr && pDataset && isOpen())
             emit pHub->signalDatasetRemoved(pDataset);
-        delete pDataset;
+        if (pDataset)
+            pDataset->deleteLater();
     }
     for (const QPointer<COrmDataset>& pDataset : sChanges.m_lstChanged)
     {
-        if (pHub != nullptr && pDataset)
+        if (pHub != nullptr && pDataset && isOpen())
             emit pHub->signalDatasetChanged(pDataset);
     }
-    if (sChanges.m_bSequence && pGuard)
+    if (sChanges.m_bSequence && isOpen())
     {
         if (pHub != nullptr)
             emit pHub->signalSequenceChanged(pSequence);
-        if (pGuard)
+        if (isOpen())
             emit changed(pSequence);
     }
     return {};
