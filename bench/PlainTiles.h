@@ -27,6 +27,9 @@ struct SPlainTile
 
 class CPlainTiles
 {
+    /// A place in the bound buffer, in the form that OpenGL asks for.
+    static const void* offset(size_t nBytes) { return reinterpret_cast<const void*>(nBytes); } // NOLINT(performance-no-int-to-ptr)
+
 public:
     /// Fills the buffers of one result. The order of translucent voxels is that of turns between 0 and 90 degrees about the y axis.
     static SPlainTile makeTile(const C3DMesh& objMesh, C3DVolume& objVolume)
@@ -52,7 +55,7 @@ public:
         glEnableClientState(GL_VERTEX_ARRAY);
         glEnableClientState(GL_COLOR_ARRAY);
         glVertexPointer(3, GL_FLOAT, sizeof(SPoint), nullptr);
-        glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(SPoint), reinterpret_cast<const void*>(3 * sizeof(float)));
+        glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(SPoint), offset(3 * sizeof(float)));
         glDisable(GL_LIGHTING);
         glDepthMask(GL_FALSE);
         const double fEdge = fPixelsPerMm * static_cast<double>(objTile.fVoxelSize);
@@ -89,7 +92,7 @@ public:
         glEnable(GL_BLEND);
         glEnable(GL_LIGHTING);
         glEnableClientState(GL_NORMAL_ARRAY);
-        glNormalPointer(GL_FLOAT, 6 * sizeof(float), reinterpret_cast<const void*>(3 * sizeof(float)));
+        glNormalPointer(GL_FLOAT, 6 * sizeof(float), offset(3 * sizeof(float)));
         glColor4f(0.85f, 0.85f, 0.85f, fOpacity);
         glDrawElements(GL_TRIANGLES, objTile.nIndexCount, GL_UNSIGNED_INT, nullptr);
         glDisableClientState(GL_NORMAL_ARRAY);

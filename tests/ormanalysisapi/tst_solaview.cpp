@@ -530,7 +530,7 @@ void tst_solaview::wideTextIsElidedInItsViewport()
             {
                 view.place(QRect(100, 100, 150, 19), 0, 150, 100, 19);
                 glColor3f(1, 1, 1);
-                view.renderText((150 - nWidth) / 2, 100, 0, strText, QFont(), 2000);
+                view.renderText((150 - nWidth) / 2.0, 100, 0, strText, QFont(), 2000);
             });
     };
     // Inside its viewport, apart from what stands beside it, and in the middle.
@@ -831,7 +831,8 @@ void tst_solaview::changedFramesArePaintedAgain()
     QTRY_COMPARE(view.m_nPaints, nAtRest + 2);
     QCOMPARE(fnRest(), nAtRest + 2);
     // A copy of a palette is no change.
-    view.m_fnPaint = [&]() { COrmPalette objCopy(objPalette); };
+    COrmPalette objCopy;
+    view.m_fnPaint = [&]() { objCopy = objPalette; };
     nAtRest = view.m_nPaints;
     view.update();
     QTRY_COMPARE(view.m_nPaints, nAtRest + 1);

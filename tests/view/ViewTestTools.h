@@ -80,11 +80,13 @@ inline C3DVolume cubeVolume(int nEdge, float fMin, float fMax, const Coord3d& ob
     const int nVoxels = nEdge * nEdge * nEdge;
     for (int i = 0; i < nVoxels; ++i)
     {
-        const float fHalf = static_cast<float>(nEdge - 1) / 2.0f;
+        const float fHalf = 0.5f * static_cast<float>(nEdge - 1);
+        const int nY = i / nEdge % nEdge;
+        const int nZ = i / nEdge / nEdge;
         C3DVolume::Voxel objVoxel{};
         objVoxel.x = static_cast<float>(objCenter.x) + static_cast<float>(i % nEdge) - fHalf;
-        objVoxel.y = static_cast<float>(objCenter.y) + static_cast<float>(i / nEdge % nEdge) - fHalf;
-        objVoxel.z = static_cast<float>(objCenter.z) + static_cast<float>(i / nEdge / nEdge) - fHalf;
+        objVoxel.y = static_cast<float>(objCenter.y) + static_cast<float>(nY) - fHalf;
+        objVoxel.z = static_cast<float>(objCenter.z) + static_cast<float>(nZ) - fHalf;
         objVoxel.nID = C3DSGNode::m_nObjectCount++;
         objVoxel.fValue = nVoxels == 1 ? fMax : fMin + (fMax - fMin) * static_cast<float>(i) / static_cast<float>(nVoxels - 1);
         vecVoxels.append(objVoxel);

@@ -375,7 +375,8 @@ void tst_view_colorbars::barsStandInTheirPlaces()
     else
     {
         const int nHalf = size.height() / 2;
-        const double fSqueeze = double((size.height() - 10) / 2) / nHalf;
+        const int nViewport = (size.height() - 10) / 2;
+        const double fSqueeze = double(nViewport) / nHalf;
         for (const int nBottom : {0, nHalf})
         {
             const QRect rectTop = boundsOf(img, QRect(nLeft + 12, nBottom, 1, nHalf), [](QRgb rgb) { return qGray(rgb) > 240; });
@@ -518,7 +519,7 @@ void tst_view_colorbars::voxelsHaveTheColorsOfTheBar()
              qPrintable(QStringLiteral("%1 instead of %2").arg(rgbVoxel, 0, 16).arg(rgbExpected, 0, 16)));
     const int nRow = 30 + static_cast<int>(pBar->position(4.0) * (300 - 45));
     const QRgb rgbBar = pixelAt(img, 410 + 5 + 10, nRow);
-    const QRgb rgbRow = pBar->lut()[qBound(0, static_cast<int>((nRow - 30 + 0.5) / (300 - 45) * 255.0 + 0.5), 255)];
+    const QRgb rgbRow = pBar->lut()[qBound(0, qRound((nRow - 30 + 0.5) / (300 - 45) * 255.0), 255)];
     const auto fnFar = [](QRgb rgbA, QRgb rgbB)
     { return qMax(qAbs(qRed(rgbA) - qRed(rgbB)), qMax(qAbs(qGreen(rgbA) - qGreen(rgbB)), qAbs(qBlue(rgbA) - qBlue(rgbB)))); };
     QVERIFY2(fnFar(rgbBar, rgbRow) <= 4, qPrintable(QStringLiteral("bar %1, table %2").arg(rgbBar, 0, 16).arg(rgbRow, 0, 16)));

@@ -464,7 +464,8 @@ void tst_view_frame::namesStandInTheirBands()
         QCOMPARE(objCall.fTop, double(nText));
         QCOMPARE(objCall.fNear, -1.0);
         QCOMPARE(objCall.fFar, 1.0);
-        QCOMPARE(objCall.fX, double((view.tileWidth() - objMetrics.horizontalAdvance(objCall.strText)) / 2));
+        const int nX = (view.tileWidth() - objMetrics.horizontalAdvance(objCall.strText)) / 2;
+        QCOMPARE(objCall.fX, double(nX));
         QCOMPARE(objCall.fY, double(nY));
         QCOMPARE(objCall.fZ, 0.0);
         QCOMPARE(objCall.font, QFont());

@@ -127,9 +127,8 @@ CSOLATextCache::SGlyphs* CSOLATextCache::glyphs(const QString& strText, const QF
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    SGlyphs* pKept = pGlyphs.get();
     m_objGlyphs.insert(strKey, pGlyphs.release());
-    return pKept;
+    return m_objGlyphs.object(strKey);
 }
 
 void CSOLATextCache::draw(const QString& strText, const QFont& font, int nX, int nY, int nSurfaceWidth, int nSurfaceHeight)

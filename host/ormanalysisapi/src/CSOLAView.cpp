@@ -69,7 +69,7 @@ CSOLAView::CSOLAView(QWidget* pParent)
     {
         ORM_LOG(2, strReason);
         m_bUsable = false;
-        setVisible(false);
+        CSOLAView::setVisible(false);
         if (pParent)
         {
             m_pNotice = new QLabel(strReason, pParent);
@@ -86,6 +86,11 @@ CSOLAView::CSOLAView(QWidget* pParent)
 
 CSOLAView::~CSOLAView()
 {
+    // The context goes with the base, when there is nobody left here to hear of it.
+    if (context())
+    {
+        disconnect(context(), nullptr, this, nullptr);
+    }
     dropText();
     delete m_pNotice;
 }

@@ -23,7 +23,7 @@ constexpr float FarPlane = 1000.0f;
 
 CLongitudinalStudyBrowserView::CLongitudinalStudyBrowserView(QWidget* pParent) : CSOLAView(pParent)
 {
-    setObjectName(QString::fromLatin1(metaObject()->className()));
+    setObjectName(QString::fromLatin1(staticMetaObject.className()));
     m_lstLoadedKeys.clear();
     m_strHighlightedResult.clear();
     m_fMeshOpacity = 0.5f;
