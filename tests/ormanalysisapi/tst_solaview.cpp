@@ -550,11 +550,12 @@ void tst_solaview::wholeTextIsDrawn_data()
 {
     QTest::addColumn<QString>("strText");
     QTest::addColumn<int>("nPointSize");
-    for (const char* pszText : {"photons/sec", "SOLA Results", "1.25e7", "jfq_Wy", "cells"})
+    for (const QString& strText : {QStringLiteral("photons/sec"), QStringLiteral("SOLA Results"), QStringLiteral("1.25e7"),
+                                   QStringLiteral("jfq_Wy"), QStringLiteral("cells")})
     {
         for (const int nPointSize : {6, 7, 8, 9, 11})
         {
-            QTest::addRow("%s %d", pszText, nPointSize) << QString::fromLatin1(pszText) << nPointSize;
+            QTest::newRow(qPrintable(strText + QString::number(nPointSize))) << strText << nPointSize;
         }
     }
 }

@@ -380,15 +380,15 @@ void tst_view_picking::cursors_data()
     QTest::addColumn<int>("nShape");
     for (const bool bTool : {false, true})
     {
-        const char* pszTool = bTool ? "tool on" : "tool off";
+        const QByteArray byTool = bTool ? ", tool on" : ", tool off";
         const int nOther = bTool ? Qt::CrossCursor : Qt::ArrowCursor;
-        QTest::addRow("301, %s", pszTool) << 301 << bTool << int(Qt::SizeFDiagCursor);
-        QTest::addRow("303, %s", pszTool) << 303 << bTool << int(Qt::SizeFDiagCursor);
-        QTest::addRow("302, %s", pszTool) << 302 << bTool << int(Qt::SizeBDiagCursor);
-        QTest::addRow("304, %s", pszTool) << 304 << bTool << int(Qt::SizeBDiagCursor);
-        QTest::addRow("0, %s", pszTool) << 0 << bTool << nOther;
-        QTest::addRow("300, %s", pszTool) << 300 << bTool << nOther;
-        QTest::addRow("305, %s", pszTool) << 305 << bTool << nOther;
+        QTest::newRow("301" + byTool) << 301 << bTool << int(Qt::SizeFDiagCursor);
+        QTest::newRow("303" + byTool) << 303 << bTool << int(Qt::SizeFDiagCursor);
+        QTest::newRow("302" + byTool) << 302 << bTool << int(Qt::SizeBDiagCursor);
+        QTest::newRow("304" + byTool) << 304 << bTool << int(Qt::SizeBDiagCursor);
+        QTest::newRow("0" + byTool) << 0 << bTool << nOther;
+        QTest::newRow("300" + byTool) << 300 << bTool << nOther;
+        QTest::newRow("305" + byTool) << 305 << bTool << nOther;
     }
 }
 
