@@ -1,6 +1,7 @@
 // Reading of result documents and of the hex text in them, each beside a plain reference in the same run: the counter "of_plain" is our
 // time divided by the reference's. "of_half" is the time divided by that of a document of half the elements.
 
+#include "BenchRatio.h"
 #include "CPLResultXMLWrapper.h"
 #include "OrmHexText.h"
 #include "PlainDocumentReader.h"
@@ -18,6 +19,8 @@
 #include <ctime>
 #include <functional>
 #include <vector>
+
+using BenchRatio::compare;
 
 namespace
 {
@@ -123,39 +126,6 @@ std::vector<float> readNumbers(const QString& strFile, int nVersion, qint64 nVer
     if (!bRead)
         std::abort();
     return vecAll;
-}
-
-/// Processor time of this process: on a machine that others share, the clock on the wall measures them too.
-double secondsOf(const std::function<void()>& fnWork)
-{
-    const auto now = [] {
-        timespec objTime = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &objTime);
-        return static_cast<double>(objTime.tv_sec) + static_cast<double>(objTime.tv_nsec) * 1e-9;
-    };
-    const double fStart = now();
-    fnWork();
-    return now() - fStart;
-}
-
-/// Runs both works in turn and reports the time of the first, with the ratio of the medians.
-void compare(benchmark::State& state, const char* pCounter, const std::function<void()>& fnOurs, const std::function<void()>& fnOther)
-{
-    std::vector<double> vecOurs;
-    std::vector<double> vecOther;
-    for (auto objUnused : state)
-    {
-        static_cast<void>(objUnused);
-        vecOther.push_back(secondsOf(fnOther));
-        vecOurs.push_back(secondsOf(fnOurs));
-        state.SetIterationTime(vecOurs.back());
-    }
-    const auto median = [](std::vector<double>& vecTimes)
-    {
-        std::nth_element(vecTimes.begin(), vecTimes.begin() + static_cast<std::ptrdiff_t>(vecTimes.size() / 2), vecTimes.end());
-        return vecTimes[vecTimes.size() / 2];
-    };
-    state.counters[pCounter] = median(vecOurs) / median(vecOther);
 }
 
 void hexText(benchmark::State& state)

@@ -3,6 +3,7 @@
 // a display, a virtual one will do.
 
 #include "AnalysisRecords.h"
+#include "BenchRatio.h"
 #include "COrmPreference.h"
 #include "LongitudinalStudyBrowserView.h"
 #include "PlainTiles.h"
@@ -18,6 +19,8 @@
 #include <functional>
 #include <memory>
 #include <vector>
+
+using BenchRatio::compare;
 
 namespace
 {
@@ -217,44 +220,7 @@ private:
     std::vector<SPlainTile> m_vecPlain;
 };
 
-/// Processor time of this process: on a machine that others share, the clock on the wall measures them too.
-double secondsOf(const std::function<void()>& fnWork)
-{
-    const auto fnNow = []
-    {
-        timespec objTime = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &objTime);
-        return static_cast<double>(objTime.tv_sec) + static_cast<double>(objTime.tv_nsec) * 1e-9;
-    };
-    const double fStart = fnNow();
-    fnWork();
-    return fnNow() - fStart;
-}
-
-/// Runs both works in turn and reports the time of the first, with the ratio of the medians.
-void compare(benchmark::State& state, const char* pszCounter, const std::function<void()>& fnOurs, const std::function<void()>& fnOther)
-{
-    std::vector<double> vecOurs;
-    std::vector<double> vecOther;
-    for (int i = 0; i < 3; ++i) // shaders are built by the first frames
-    {
-        fnOurs();
-        fnOther();
-    }
-    for (auto objUnused : state)
-    {
-        static_cast<void>(objUnused);
-        vecOther.push_back(secondsOf(fnOther));
-        vecOurs.push_back(secondsOf(fnOurs));
-        state.SetIterationTime(vecOurs.back());
-    }
-    const auto fnMedian = [](std::vector<double>& vecTimes)
-    {
-        std::nth_element(vecTimes.begin(), vecTimes.begin() + static_cast<std::ptrdiff_t>(vecTimes.size() / 2), vecTimes.end());
-        return vecTimes[vecTimes.size() / 2];
-    };
-    state.counters[pszCounter] = fnMedian(vecOurs) / fnMedian(vecOther);
-}
+constexpr int kWarmUps = 3; ///< shaders are built by the first frames
 
 void frame(benchmark::State& state)
 {
@@ -265,7 +231,7 @@ void frame(benchmark::State& state)
         return;
     }
     compare(
-        state, "of_plain", [&] { objTiles.frame(); }, [&] { objTiles.plainFrame(); });
+        state, "of_plain", [&] { objTiles.frame(); }, [&] { objTiles.plainFrame(); }, kWarmUps);
 }
 
 void fortyEightTiles(benchmark::State& state)
@@ -273,7 +239,7 @@ void fortyEightTiles(benchmark::State& state)
     CTiles objQuarter(12, state.range(0) != 0);
     CTiles objTiles(48, state.range(0) != 0);
     compare(
-        state, "of_quarter", [&] { objTiles.frame(); }, [&] { objQuarter.frame(); });
+        state, "of_quarter", [&] { objTiles.frame(); }, [&] { objQuarter.frame(); }, kWarmUps);
 }
 } // namespace
 

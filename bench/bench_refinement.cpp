@@ -1,6 +1,7 @@
 // Refinement of a source volume, beside a plain one in the same run: the counter "of_plain" is our time, from voxels to voxels, divided by
 // the reference's, which ends with the smoothed grid. "of_unlimited" is the time with a surface divided by that without one.
 
+#include "BenchRatio.h"
 #include "PlainRefinement.h"
 #include "VolumeInterp.h"
 #include "VolumeSmoothingAverage.h"
@@ -14,6 +15,8 @@
 #include <ctime>
 #include <functional>
 #include <vector>
+
+using BenchRatio::compare;
 
 namespace
 {
@@ -123,40 +126,6 @@ bool isSame(const C3DVolume& objOurs, const PlainRefinement::SCube& sPlain)
             return false;
     }
     return true;
-}
-
-/// Processor time of this process: on a machine that others share, the clock on the wall measures them too.
-double secondsOf(const std::function<void()>& fnWork)
-{
-    const auto now = []
-    {
-        timespec objTime = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &objTime);
-        return static_cast<double>(objTime.tv_sec) + static_cast<double>(objTime.tv_nsec) * 1e-9;
-    };
-    const double fStart = now();
-    fnWork();
-    return now() - fStart;
-}
-
-/// Runs both works in turn and reports the time of the first, with the ratio of the medians.
-void compare(benchmark::State& state, const char* pCounter, const std::function<void()>& fnOurs, const std::function<void()>& fnOther)
-{
-    std::vector<double> vecOurs;
-    std::vector<double> vecOther;
-    for (auto objUnused : state)
-    {
-        static_cast<void>(objUnused);
-        vecOther.push_back(secondsOf(fnOther));
-        vecOurs.push_back(secondsOf(fnOurs));
-        state.SetIterationTime(vecOurs.back());
-    }
-    const auto median = [](std::vector<double>& vecTimes)
-    {
-        std::nth_element(vecTimes.begin(), vecTimes.begin() + static_cast<std::ptrdiff_t>(vecTimes.size() / 2), vecTimes.end());
-        return vecTimes[vecTimes.size() / 2];
-    };
-    state.counters[pCounter] = median(vecOurs) / median(vecOther);
 }
 
 void refinement(benchmark::State& state)
