@@ -548,7 +548,8 @@ void TestMainWindow::overlayFollowsTheSelection()
         if (auto* pFound = qobject_cast<COrmImageOverlayWindow*>(pWidget))
             pOverlay = pFound;
     }
-    QVERIFY(pOverlay != nullptr);
+    if (pOverlay == nullptr)
+        TestWidgets::fail(QStringLiteral("The overlay window did not come."));
     QVERIFY(pOverlay->isVisible());
     QCOMPARE(pOverlay->windowTitle(), QStringLiteral("Image Overlay - A"));
     select({"B"});
