@@ -5,6 +5,7 @@
 #include "COrmProcess.h"
 
 #include <QMessageBox>
+#include <QThread>
 
 namespace
 {
@@ -31,6 +32,10 @@ CRecordingHost::CRecordingHost(QObject* pParent) : QObject(pParent)
     m_nSink = getLogObject()->addSink(
         [this](const SLogEntry& objEntry)
         {
+            if (QThread::currentThread() != thread())
+            {
+                return; // the host's search for sequences has a thread of its own, and no place in the order of calls
+            }
             if (objEntry.strFile.isEmpty())
             {
                 m_lstCalls.append(QStringLiteral("log %1: %2").arg(objEntry.nLevel).arg(objEntry.strMessage));
