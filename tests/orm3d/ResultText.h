@@ -42,6 +42,7 @@ inline QByteArray block(const QByteArray& strTag, const QByteArray& strAttribute
 inline std::vector<QByteArray> texts(const std::vector<float>& vecNumbers)
 {
     std::vector<QByteArray> vecTexts;
+    vecTexts.reserve(vecNumbers.size());
     for (const float fNumber : vecNumbers)
         vecTexts.push_back(QByteArray::number(static_cast<double>(fNumber), 'g', 9));
     return vecTexts;
@@ -50,6 +51,7 @@ inline std::vector<QByteArray> texts(const std::vector<float>& vecNumbers)
 inline std::vector<QByteArray> texts(const std::vector<quint32>& vecNumbers)
 {
     std::vector<QByteArray> vecTexts;
+    vecTexts.reserve(vecNumbers.size());
     for (const quint32 nNumber : vecNumbers)
         vecTexts.push_back(QByteArray::number(nNumber));
     return vecTexts;

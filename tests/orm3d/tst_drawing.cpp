@@ -553,7 +553,7 @@ void tst_drawing::mipShowsTheHighestValueBehindEachPixel()
             for (int nX = int(fCentreX - fSquare); nX <= int(fCentreX + fSquare); ++nX)
             {
                 const double fOff = std::max(std::abs(nX + 0.5 - fCentreX), std::abs(nY + 0.5 - fCentreY)) - fSquare / 2.0;
-                const auto nAt = static_cast<std::size_t>(nY * nSize + nX);
+                const std::size_t nAt = static_cast<std::size_t>(nY) * nSize + static_cast<std::size_t>(nX);
                 if (std::abs(fOff) < 0.51)
                     vecEdge[nAt] = true;
                 else if (fOff < 0.0)

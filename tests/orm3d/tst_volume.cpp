@@ -111,7 +111,7 @@ void tst_volume::readsBothVersions()
     {
         const Voxel* pVoxel = objVolume.getVoxelByNum(i);
         QVERIFY(pVoxel);
-        const auto nAt = static_cast<std::size_t>(4 * i);
+        const std::size_t nAt = 4 * static_cast<std::size_t>(i);
         QCOMPARE(pVoxel->x, vecNumbers[nAt]);
         QCOMPARE(pVoxel->y, vecNumbers[nAt + 1]);
         QCOMPARE(pVoxel->z, vecNumbers[nAt + 2]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 /// A registration matrix: 4 x 4 numbers, row by row.
 class _SFMatrix // NOLINT(bugprone-reserved-identifier): the name is part of the host's interface
@@ -12,7 +13,7 @@ public:
     _SFMatrix& operator=(const _SFMatrix&) = default;
     ~_SFMatrix() = default;
 
-    double at(int nRow, int nColumn) const { return m_adValues[static_cast<std::size_t>(4 * nRow + nColumn)]; }
+    double at(int nRow, int nColumn) const { return m_adValues[4 * static_cast<std::size_t>(nRow) + static_cast<std::size_t>(nColumn)]; }
     const std::array<double, 16>& values() const { return m_adValues; }
 
 private:

@@ -17,7 +17,7 @@ namespace
 {
 quint8 colorByte(float fFraction)
 {
-    return fFraction > 0.0f ? static_cast<quint8>(std::min(fFraction, 1.0f) * 255.0f + 0.5f) : quint8(0); // not a number gives 0
+    return fFraction > 0.0f ? static_cast<quint8>(std::lround(std::min(fFraction, 1.0f) * 255.0f)) : quint8(0); // not a number gives 0
 }
 } // namespace
 

@@ -13,13 +13,13 @@
 
 namespace
 {
-constexpr QLatin1String strData("Orm3.0.Surface.Data");
-constexpr QLatin1String strVertices("Orm3.0.Surface.Vertices");
-constexpr QLatin1String strVertex("Orm3.0.Surface.Vertex");
-constexpr QLatin1String strVertexValues("Orm3.0.Surface.Vertices.Values");
-constexpr QLatin1String strTriangles("Orm3.0.Surface.Triangles");
-constexpr QLatin1String strTriangle("Orm3.0.Surface.Triangle");
-constexpr QLatin1String strTriangleValues("Orm3.0.Surface.Triangles.Values");
+const QLatin1String strData("Orm3.0.Surface.Data");
+const QLatin1String strVertices("Orm3.0.Surface.Vertices");
+const QLatin1String strVertex("Orm3.0.Surface.Vertex");
+const QLatin1String strVertexValues("Orm3.0.Surface.Vertices.Values");
+const QLatin1String strTriangles("Orm3.0.Surface.Triangles");
+const QLatin1String strTriangle("Orm3.0.Surface.Triangle");
+const QLatin1String strTriangleValues("Orm3.0.Surface.Triangles.Values");
 
 /// Makes the block of the surface section the current one and gives its count, as the document claims it.
 bool openBlock(CPLResultXMLWrapper& objWrapper, QLatin1String strBlock, int& nCount)

@@ -18,10 +18,10 @@
 
 namespace
 {
-constexpr QLatin1String strData("Orm3.0.Volume.Data");
-constexpr QLatin1String strVoxels("Orm3.0.Volume.Voxels");
-constexpr QLatin1String strVoxel("Orm3.0.Volume.Voxel");
-constexpr QLatin1String strVoxelValues("Orm3.0.Volume.Voxels.Values");
+const QLatin1String strData("Orm3.0.Volume.Data");
+const QLatin1String strVoxels("Orm3.0.Volume.Voxels");
+const QLatin1String strVoxel("Orm3.0.Volume.Voxel");
+const QLatin1String strVoxelValues("Orm3.0.Volume.Voxels.Values");
 constexpr qint64 nRefinementMargin = 2; ///< cells that a refinement adds on every side
 
 bool refuse(const QString& strReason)

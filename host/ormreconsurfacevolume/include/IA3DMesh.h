@@ -51,7 +51,9 @@ public:
 
     mesh();
     mesh(const mesh&) = default;
+    mesh(mesh&&) = default;
     mesh& operator=(const mesh&) = default;
+    mesh& operator=(mesh&&) = default;
     virtual ~mesh();
 
     unsigned long get_num_points() const { return static_cast<unsigned long>(m_vecPoints.size()); }
