@@ -35,6 +35,7 @@ int main(int argc, char* argv[])
     }
     if (options.m_bHelp)
     {
+        const QCoreApplication application(argc, argv); // the text begins with the program's name, which only it knows
         std::printf("%s", qPrintable(CompareOptions::help()));
         return kDone;
     }
