@@ -82,6 +82,7 @@ private slots:
     void eligibleSequencesAreListed_data();
     void eligibleSequencesAreListed();
     void sequenceReportedTwiceKeepsItsPath();
+    void firstPathOutlivesTheList();
     void closedSequenceStaysReadable();
     void reopenedSequenceStaysBeyondTheClose();
     void closedTwiceIsClosedOnce();
@@ -340,6 +341,9 @@ void tst_sequencelists::emptyListsHideTheWindow()
     objTool.load({QStringLiteral("one")});
     objTool.get<QToolButton>("m_pSelectVoxelButton")->click();
     QVERIFY(objTool.window().isVisible());
+    int nX = 0;
+    float fY = 1.0f;
+    QVERIFY(objTool.window().findChild<COrmXYPlot*>()->addDataLine(QStringLiteral("line"), &nX, &fY, 1));
     QList<QString> lstSOLA = {QStringLiteral("SOLA")};
     objTool.window().updateSequenceNameList(lstSOLA);
     QVERIFY(objTool.window().isVisible()); // a NOVA sequence is left
@@ -431,6 +435,27 @@ void tst_sequencelists::sequenceReportedTwiceKeepsItsPath()
     }
     // Nothing is open any more: the first path is the one that was kept.
     QVERIFY(COrmSequenceDataset::getSequenceDataset(QStringLiteral("S2")) == nullptr);
+    objTool.chooseSequence(QStringLiteral("SOLA S2"));
+    QCOMPARE(objTool.savedResults(), QStringList{QStringLiteral("one")});
+}
+
+void tst_sequencelists::firstPathOutlivesTheList()
+{
+    CStudy objStudy;
+    CStudyWriter objOther;
+    objOther.addSequence(QStringLiteral("S2"));
+    objOther.addIndexEntry(QStringLiteral("S2"), 0, QStringLiteral("elsewhere"), QStringLiteral("x.xml"));
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    objTool.close(QStringLiteral("S2"));
+    QVERIFY(objTool.window().close());
+    call(objTool, "onInitialUpdate");
+    QVERIFY(!listed(objTool).contains(QStringLiteral("SOLA S2")));
+    {
+        const std::unique_ptr<COrmSequenceDataset> pOther = openQuietly(objOther.sequenceFolder(QStringLiteral("S2")));
+        tellAdded(objTool, pOther.get());
+    }
+    objTool.window().show();
     objTool.chooseSequence(QStringLiteral("SOLA S2"));
     QCOMPARE(objTool.savedResults(), QStringList{QStringLiteral("one")});
 }

@@ -128,6 +128,7 @@ private slots:
     void removalOfAKindFreesItsUnit();
     void clearedViewForgetsAll();
     void removedKeyCanBeLoadedAgain();
+    void resultAfterAllOthersCountsAsTheFirst();
 };
 
 void tst_wavelength::loadFillsTheCombo()
@@ -457,6 +458,20 @@ void tst_wavelength::removedKeyCanBeLoadedAgain()
     QCOMPARE(objLoaded.tool().tiles(), lstExpected);
     QCOMPARE(objLoaded.tool().host().boxes().size(), 0);
     QCOMPARE(entries(objLoaded.combo()), s_lstTwo);
+}
+
+void tst_wavelength::resultAfterAllOthersCountsAsTheFirst()
+{
+    CLoaded objLoaded;
+    objLoaded.remove(QStringLiteral("S1"), QStringLiteral("one"));
+    objLoaded.remove(QStringLiteral("S1"), QStringLiteral("two"));
+    objLoaded.remove(QStringLiteral("N1"), QStringLiteral("dye"));
+    auto* pPlots = objLoaded.tool().get<QComboBox>("m_pPlotSelectCB");
+    pPlots->setCurrentIndex(1);
+    objLoaded.load(QStringLiteral("SOLA S1"), {QStringLiteral("one")});
+    QCOMPARE(pPlots->currentIndex(), 1); // a second result would have sent it back
+    objLoaded.load(QStringLiteral("SOLA S1"), {QStringLiteral("two")});
+    QCOMPARE(pPlots->currentIndex(), 0);
 }
 
 ORM_TEST_MAIN(tst_wavelength)

@@ -106,6 +106,7 @@ private slots:
     void closePutsTheDefaultsBack();
     void closeEmptiesTheWindow();
     void closedSequencesGoWithTheWindow();
+    void reopenedSequenceOfBothKindsStays();
     void nextShowListsWhatIsKnown();
     void preferencesReachTheStrip();
     void tabSwitchesTheWheel();
@@ -509,6 +510,18 @@ void tst_window::freshLookOfAKindWithoutResults()
     objTool.window().updateUIControls();
     QCOMPARE(pTable->currentText(), QStringLiteral("Jet"));
     QVERIFY(pMIP->isChecked());
+    // The other kind has a look of its own.
+    objTool.chooseSequence(QStringLiteral("SOLA S1"));
+    QCOMPARE(pTable->currentText(), QStringLiteral("Green"));
+    objTool.load({QStringLiteral("one")});
+    paint(objTool);
+    objTool.window().updateUIControls();
+    pMIP->setChecked(true);
+    pTable->setCurrentText(QStringLiteral("Rainbow"));
+    paint(objTool);
+    objTool.window().updateUIControls();
+    QCOMPARE(pTable->currentText(), QStringLiteral("Rainbow"));
+    QVERIFY(pMIP->isChecked());
 }
 
 void tst_window::resultSelectionEnablesLoading()
@@ -686,11 +699,13 @@ void tst_window::closeEmptiesTheWindow()
     QVERIFY(objTool.window().findChild<COrmXYPlot*>()->dataLines().isEmpty());
     // The unit is free again.
     QVERIFY(objTool.get<QGroupBox>("m_pSOLAGB")->isEnabledTo(&objTool.window()));
-    // What was loaded can be loaded again.
+    // What was loaded can be loaded again, and counts as the first result: the plot's choice stays.
+    objTool.get<QComboBox>("m_pPlotSelectCB")->setCurrentIndex(1);
     objTool.window().show();
     objTool.chooseSequence(QStringLiteral("SOLA S1"));
     objTool.load({QStringLiteral("one")});
     QCOMPARE(objTool.tiles(), QStringList{QStringLiteral("S1one")});
+    QCOMPARE(objTool.get<QComboBox>("m_pPlotSelectCB")->currentIndex(), 1);
     QCOMPARE(objTool.host().boxes().size(), 0);
 }
 
@@ -707,6 +722,31 @@ void tst_window::closedSequencesGoWithTheWindow()
     QVERIFY(objTool.window().close());
     call(objTool, "onInitialUpdate");
     QCOMPARE(TestWidgets::texts(pList), QStringList{QStringLiteral("SOLA S2")});
+}
+
+void tst_window::reopenedSequenceOfBothKindsStays()
+{
+    CStudyWriter objStudy;
+    SSequenceLook sLook = SSequenceLook::fluorescent();
+    sLook.bLuminescent = true;
+    objStudy.addSequence(QStringLiteral("X"), sLook);
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    const QStringList lstBoth = {QStringLiteral("SOLA X"), QStringLiteral("NOVA X")};
+    const auto* pList = objTool.get<QListWidget>("m_pSequenceNameLW");
+    QCOMPARE(TestWidgets::texts(pList), lstBoth);
+    objTool.close(QStringLiteral("X"));
+    QVERIFY(objTool.window().close());
+    objTool.open(objStudy.folder());
+    QCOMPARE(TestWidgets::texts(pList), lstBoth);
+    QVERIFY(objTool.window().close());
+    call(objTool, "onInitialUpdate");
+    QCOMPARE(TestWidgets::texts(pList), lstBoth);
+    // Closed again, it goes for good.
+    objTool.close(QStringLiteral("X"));
+    QVERIFY(objTool.window().close());
+    call(objTool, "onInitialUpdate");
+    QCOMPARE(TestWidgets::texts(pList), QStringList());
 }
 
 void tst_window::nextShowListsWhatIsKnown()

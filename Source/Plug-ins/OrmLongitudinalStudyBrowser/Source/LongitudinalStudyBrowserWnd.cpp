@@ -316,7 +316,7 @@ bool CLongitudinalStudyBrowserWnd::event(QEvent* pEvent)
         return true;
     }
     // Past the dialog's own handler, which would close on keys.
-    return QWidget::event(pEvent);
+    return QWidget::event(pEvent); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void CLongitudinalStudyBrowserWnd::resizeEvent(QResizeEvent* pEvent)
@@ -327,7 +327,7 @@ void CLongitudinalStudyBrowserWnd::resizeEvent(QResizeEvent* pEvent)
     m_objForm.m_pAnalysisSelectCB->hidePopup();
     m_pClearMenu->hide();
     m_pSequenceContextMenu->hide();
-    QDialog::resizeEvent(pEvent);
+    COrmBasePalette::resizeEvent(pEvent);
 }
 
 void CLongitudinalStudyBrowserWnd::closeEvent(QCloseEvent* pEvent)

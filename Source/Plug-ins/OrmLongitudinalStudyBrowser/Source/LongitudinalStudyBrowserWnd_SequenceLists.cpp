@@ -63,11 +63,9 @@ void CLongitudinalStudyBrowserWnd::addSequenceItems(const QList<QString>& lstSeq
     }
     QListWidget* pList = m_objForm.m_pSequenceNameLW;
     const QIcon objIcon{QPixmap(strIcon)};
-    // A copy shares its data: the click below may change what the window holds.
-    const QList<QString> lstListed = lstSequences;
-    for (int i = 1; i < lstListed.size(); ++i)
+    for (int i = 1; i < lstSequences.size(); ++i)
     {
-        auto* pItem = new QListWidgetItem(objIcon, strPrefix + lstListed.at(i), pList);
+        auto* pItem = new QListWidgetItem(objIcon, strPrefix + lstSequences.at(i), pList);
         if (pList->count() == 1)
         {
             onClickSequenceNameWidgetItem(pItem);
