@@ -19,12 +19,12 @@ using DigitTable = std::array<uint8_t, 256>;
 inline DigitTable makeDigitTable()
 {
     DigitTable aDigits = {};
-    for (int i = 0; i < 10; ++i)
-        aDigits[static_cast<size_t>('0' + i)] = static_cast<uint8_t>(i);
-    for (int i = 0; i < 6; ++i)
+    for (uint8_t i = 0; i < 10; ++i)
+        aDigits[size_t{'0'} + i] = i;
+    for (uint8_t i = 0; i < 6; ++i)
     {
-        aDigits[static_cast<size_t>('a' + i)] = static_cast<uint8_t>(10 + i);
-        aDigits[static_cast<size_t>('A' + i)] = static_cast<uint8_t>(10 + i);
+        aDigits[size_t{'a'} + i] = static_cast<uint8_t>(10 + i);
+        aDigits[size_t{'A'} + i] = static_cast<uint8_t>(10 + i);
     }
     return aDigits;
 }

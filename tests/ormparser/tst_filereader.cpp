@@ -507,6 +507,8 @@ void tst_filereader::namesAreResolvedBeneathTheFolder_data()
         {"a link up to a sibling", "sub/up", QString()},
         {"a chain of links", "chain", QString()},
         {"a linked folder", "linksub/file", QString()},
+        {"40 links", "link40", QString()},
+        {"41 links", "link41", "Too many levels of symbolic links"},
         {"up from a linked folder", "linksub/../file", QString()},
         {"a folder", "sub", "not a regular file"},
         {"a FIFO", "fifo", "not a regular file"},
@@ -553,6 +555,9 @@ void tst_filereader::namesAreResolvedBeneathTheFolder()
         QVERIFY(link("none", "dangling") && link("../secret", "out") && link(m_objFiles.path("secret"), "absolute"));
         QVERIFY(link("..", "linkout") && link("../..", "deep/up") && link("circle", "circle") && link("pong", "ping") &&
                 link("ping", "pong"));
+        QVERIFY(link("file", "link1"));
+        for (int i = 2; i <= 41; ++i)
+            QVERIFY(link(QStringLiteral("link%1").arg(i - 1), qPrintable(QStringLiteral("link%1").arg(i))));
         QVERIFY(link("/proc/self/fd", "fd"));
         QVERIFY(mkfifo(QFile::encodeName(strStudy + "/fifo").constData(), 0600) == 0);
     }

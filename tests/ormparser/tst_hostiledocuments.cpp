@@ -556,7 +556,7 @@ void tst_hostiledocuments::absentKeysAreNoticedQuickly()
     CPLResultXMLWrapper objXML;
     QVERIFY(objXML.loadXMLFile(m_objFiles.write("absent.xml", section("", repeated("<Row Key=\"12.5\"/>\n", 1000000)))));
     const CostMeter objMeter;
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 100; ++i)
     {
         std::vector<int> vecValues;
         QVERIFY(objXML.Read2ndTagKeyValues("First", "Second", QStringList{QStringLiteral("Absent%1").arg(i)}, vecValues));

@@ -764,6 +764,8 @@ void tst_resultxml::rowsHaveALimit_data()
     QTest::newRow("nested elements above it") << repeated("<x><y/></x>", nElements / 2) << false;
     QTest::newRow("bytes of a large row") << repeated("<!-- remark -->", 100000) << true;
     QTest::newRow("bytes above the limit") << repeated("<!-- remark -->", 1400000) << false;
+    QTest::newRow("bytes of one long remark") << QByteArray("<!--" + QByteArray(30000000, 'x') + "-->") << true;
+    QTest::newRow("bytes of one long instruction") << QByteArray("<?x " + QByteArray(30000000, 'x') + "?>") << true;
     QTest::newRow("bytes of one long text") << QByteArray(30000000, 'x') << true;
 }
 

@@ -189,7 +189,7 @@ void tst_settingstext::ignoredLinesAreReportedOnce()
 {
     LogRecorder objLog;
     OrmSettingsText objText;
-    QVERIFY(objText.parse("[a]\nk=1\nneither\n=no key\n[open\nl=2\n", "settings"));
+    QVERIFY(objText.parse("[a]\r\nk=1\rneither\r\n=no key\n[open\nl=2\n", "settings"));
     QCOMPARE(entriesOf(objText), (QStringList{"[a] k=1", "[a] l=2"}));
     QVERIFY2(objLog.isOne(2, "settings: line 3 is neither a section nor a key and is ignored (3 such lines)"),
              qPrintable(objLog.messages().join('\n')));

@@ -117,7 +117,8 @@ bool COrmXMLFragment::text(const pugi::xml_node& objElement, std::string_view& s
 {
     int nPieces = 0;
     size_t nBytes = 0;
-    std::string_view strOnly = "";
+    m_strComposed.clear();
+    std::string_view strOnly = m_strComposed;
     forEachPiece(objElement,
                  [&](std::string_view strPiece)
                  {
@@ -129,7 +130,6 @@ bool COrmXMLFragment::text(const pugi::xml_node& objElement, std::string_view& s
     {
         if (nBytes > static_cast<size_t>(OrmDocumentLimits::nXmlComposedText))
             return false;
-        m_strComposed.clear();
         m_strComposed.reserve(nBytes);
         forEachPiece(objElement, [this](std::string_view strPiece) { m_strComposed.append(strPiece); });
         strOnly = m_strComposed;

@@ -9,7 +9,7 @@ namespace
 /// Only what a decimal number is made of: keeps out "inf", "nan" and hexadecimal forms, which from_chars would take.
 bool hasOnlyNumberCharacters(std::string_view strText)
 {
-    return !strText.empty() && strText.find_first_not_of("0123456789+-.eE") == std::string_view::npos && strText.front() != '+';
+    return !strText.empty() && strText.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
 }
 
 /// One spelling per integer: neither leading zeros nor a negative zero.
