@@ -38,6 +38,13 @@ SRanges aggregateRanges(const CLongitudinalStudyBrowserView& objView)
     return sRanges;
 }
 
+/// The form lets the boxes become narrower than their numbers, but a number that is cut off before its exponent is another number.
+void keepRoomForNumbers(QDoubleSpinBoxEx* pBox)
+{
+    pBox->setScientificNotation(true);
+    pBox->setMinimumWidth(qMax(pBox->minimumWidth(), pBox->minimumSizeHint().width()));
+}
+
 void setCurrentRanges(CLongitudinalStudyBrowserView& objView, const SRanges& sRanges)
 {
     objView.setCurrentMinMax(sRanges.m_fSOLAMin, sRanges.m_fSOLAMax, sRanges.m_fNOVAMin, sRanges.m_fNOVAMax);
@@ -51,8 +58,8 @@ void CLongitudinalStudyBrowserWnd::UpdateSlider(bool bReset)
     QDoubleSpinBoxEx* pMinimum = m_objForm.m_pColorBarMinSpinbox;
     QDoubleSpinBoxEx* pMaximum = m_objForm.m_pColorBarMaxSpinbox;
     QSpanSlider* pSlider = m_objForm.m_pColorBarMinMaxSlider;
-    pMinimum->setScientificNotation(true);
-    pMaximum->setScientificNotation(true);
+    keepRoomForNumbers(pMinimum);
+    keepRoomForNumbers(pMaximum);
     if (m_nResultKind != 0 && m_nResultKind != 1)
     {
         return;
