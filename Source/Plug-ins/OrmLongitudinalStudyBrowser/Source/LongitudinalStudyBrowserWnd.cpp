@@ -153,9 +153,10 @@ void CLongitudinalStudyBrowserWnd::init()
     m_bLoadInProgress = false;
 
     // The left column gets the width that its numbers need, the tabs the rest; in the plot's row the blank at the left gives way
-    // first. Without this the widths that spacers wish for would come before texts.
+    // first, and the opacity stays at the left of its box. Without this the widths that spacers wish for would come before texts.
     m_objForm.gridLayout_7->setColumnStretch(1, 1);
     m_objForm.gridLayout_5->setColumnStretch(0, 1);
+    m_objForm.gridLayout_9->setColumnStretch(1, 1);
 
     // Names come from files: what they hold is shown, never interpreted.
     m_objForm.m_pSequenceNameLW->setItemDelegate(new COrmPlainTextDelegate(m_objForm.m_pSequenceNameLW));
