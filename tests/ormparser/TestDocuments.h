@@ -27,6 +27,15 @@ inline QByteArray repeated(const QByteArray& baText, int nTimes)
     return baResult;
 }
 
+/// Rows <Row Key="0"/>, <Row Key="1"/> and so on.
+inline QByteArray numberedRows(int nRows, const QByteArray& baBetween = QByteArray())
+{
+    QByteArray baRows;
+    for (int i = 0; i < nRows; ++i)
+        baRows += "<Row Key=\"" + QByteArray::number(i) + "\"/>" + baBetween;
+    return baRows;
+}
+
 /// A result of version 1.0 as writers make it: values in attributes, one element per value.
 inline QByteArray sample10()
 {
