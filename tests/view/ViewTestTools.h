@@ -9,6 +9,7 @@
 #include "CSOLAView.h"
 #include "LongitudinalStudyBrowserView.h"
 #include "Singleton.h"
+#include "TileGrid.h"
 
 #include <QApplication>
 #include <QFile>
@@ -218,6 +219,35 @@ protected:
         CLongitudinalStudyBrowserView::paintGL();
     }
 };
+
+/// Shows a view with this size.
+inline void show(CRecordingView& view, const QSize& size)
+{
+    view.resize(size);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+}
+
+/// The drawing rectangle of a tile: as large as the common box allows, in the tile's middle.
+inline QRect pictureOf(const CRecordingView& view, int nResult)
+{
+    const int nBottom = TileGrid::tileBottom(nResult, view.getGLHeight(), view.tileHeight(), view.textHeight());
+    const TileGrid::SRect rect =
+        TileGrid::letterbox(TileGrid::tileLeft(nResult, view.tileWidth()), nBottom, view.tileWidth(), view.tileHeight(),
+                            view.m_dBoxMaxX - view.m_dBoxMinX, view.m_dBoxMaxY - view.m_dBoxMinY);
+    return {rect.nX, rect.nY, rect.width(), rect.height()};
+}
+
+/// Lets the view paint what is still to be painted. Returns the number of its frames so far.
+inline int restOf(CRecordingView& view)
+{
+    for (int i = 0; i < 50; ++i)
+    {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+    return view.m_nPaints;
+}
 
 // ---- Pictures. Rectangles are in window pixels with the origin at the bottom left, as the view counts them. ------------------------
 

@@ -4,13 +4,6 @@ using namespace ViewTest;
 
 namespace
 {
-void show(CRecordingView& view, const QSize& size)
-{
-    view.resize(size);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-}
-
 SResultRecipe valued(int nKind, float fMin, float fMax)
 {
     SResultRecipe objRecipe;
@@ -439,30 +432,19 @@ void tst_view_colorbars::changedRangeTakesTwoPaints()
     show(view, QSize(500, 300));
     view.load(result(QStringLiteral("S"), valued(0, 1, 10)));
     view.picture();
-    const auto fnSettleEvents = []
-    {
-        for (int i = 0; i < 50; ++i)
-        {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    };
-    fnSettleEvents();
-    const int nAtRest = view.m_nPaints;
+    const int nAtRest = restOf(view);
     view.setCustomRange(2, 5, -1, -1);
     view.setColorPaletteModified(true);
     view.update();
     view.update();
     QTRY_COMPARE(view.m_nPaints, nAtRest + 2); // drawn with the old range, pushed, drawn again
-    fnSettleEvents();
-    QCOMPARE(view.m_nPaints, nAtRest + 2);
+    QCOMPARE(restOf(view), nAtRest + 2);
     // The same range again changes nothing, so there is nothing to heal.
     view.setCustomRange(2, 5, -1, -1);
     view.setColorPaletteModified(true);
     view.update();
     QTRY_COMPARE(view.m_nPaints, nAtRest + 3);
-    fnSettleEvents();
-    QCOMPARE(view.m_nPaints, nAtRest + 3);
+    QCOMPARE(restOf(view), nAtRest + 3);
     // A picture taken at once would show the old volumes beside the new bar; settling paints until they agree.
     view.setCustomRange(1, 3, -1, -1);
     QCOMPARE(view.settle(), 2);

@@ -211,6 +211,7 @@ private slots:
     void noResultsShowBackgroundOnly();
     void frameSetsItsStateInOrder();
     void tileIsDrawnInOrder();
+    void measuringRectangleIsDrawnInOrder();
     void sizeOfFiveIsThatOfEight();
     void namesStandInTheirBands_data();
     void namesStandInTheirBands();
@@ -398,6 +399,40 @@ void tst_view_frame::tileIsDrawnInOrder()
     QCOMPARE(lstCalls.count(QStringLiteral("begin 2")), 1);
 }
 
+void tst_view_frame::measuringRectangleIsDrawnInOrder()
+{
+    CRecordingView view;
+    view.resize(410, 300);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    sAnalysisBase objResult = result(QStringLiteral("A"));
+    objResult.fSelectLeft = -5.0f;
+    objResult.fSelectRight = 5.0f;
+    objResult.fSelectTop = 4.0f;
+    objResult.fSelectBottom = -4.0f;
+    view.load(objResult);
+    view.getHighListedResult() = QStringLiteral("SEQA");
+    view.setSelectVoxel(true);
+    view.m_nActiveResult = 0;
+    const QStringList lstExpected = {QStringLiteral("linewidth 2"),  QStringLiteral("color 0 0 1"),
+                                     QStringLiteral("begin 2"), // the frame
+                                     QStringLiteral("disable b71"),  QStringLiteral("disable be2"), QStringLiteral("disable b50"),
+                                     QStringLiteral("disable 4000"), QStringLiteral("color 0 1 0"), QStringLiteral("stipple 2 aaaa"),
+                                     QStringLiteral("enable b24"),
+                                     QStringLiteral("begin 2"), // the rectangle
+                                     QStringLiteral("linewidth 1"),  QStringLiteral("disable b24"), QStringLiteral("enable be2"),
+                                     QStringLiteral("push 2000"), // the handles
+                                     QStringLiteral("color 0 1 0"),  QStringLiteral("begin 0"),     QStringLiteral("begin 0"),
+                                     QStringLiteral("begin 0"),      QStringLiteral("begin 0"),     QStringLiteral("pop")};
+    const QStringList lstCalls = callsOfAFrame(view);
+    QCOMPARE(firstMissing(lstCalls, lstExpected), QString());
+    // The depth test is not switched on again behind the rectangle.
+    const QStringList lstBehind = lstCalls.mid(lstCalls.indexOf(QStringLiteral("stipple 2 aaaa")));
+    const int nBar = lstBehind.indexOf(QStringLiteral("push 42048"));
+    QVERIFY(nBar > 0);
+    QVERIFY(!lstBehind.mid(0, nBar).contains(QStringLiteral("enable b71")));
+}
+
 void tst_view_frame::sizeOfFiveIsThatOfEight()
 {
     CRecordingView view;
@@ -534,22 +569,12 @@ void tst_view_frame::firstFrameHealsItself()
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     QTRY_VERIFY(view.m_nPaints >= 2);
-    for (int i = 0; i < 50; ++i)
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-    const int nAtRest = view.m_nPaints;
+    const int nAtRest = restOf(view);
     // One more result changes the tile size: the frame that finds it asks for one more, and that is the end of it.
     view.load(result(QStringLiteral("B")));
     view.update();
     QTRY_COMPARE(view.m_nPaints, nAtRest + 2);
-    for (int i = 0; i < 50; ++i)
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-    QCOMPARE(view.m_nPaints, nAtRest + 2);
+    QCOMPARE(restOf(view), nAtRest + 2);
     const QList<STextCall> lstTexts = view.m_lstTexts;
     const auto fnIsName = [](const STextCall& objCall) { return objCall.strText == QStringLiteral("B"); };
     const auto itName = std::find_if(lstTexts.rbegin(), lstTexts.rend(), fnIsName);
@@ -558,12 +583,7 @@ void tst_view_frame::firstFrameHealsItself()
     // Nothing changed: one paint, and no other.
     view.update();
     QTRY_COMPARE(view.m_nPaints, nAtRest + 3);
-    for (int i = 0; i < 50; ++i)
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-    QCOMPARE(view.m_nPaints, nAtRest + 3);
+    QCOMPARE(restOf(view), nAtRest + 3);
 }
 
 void tst_view_frame::recordAfterAFrameIsThatOfTheBar()

@@ -1,7 +1,5 @@
 #include "ViewTestTools.h"
 
-#include "TileGrid.h"
-
 #include <QAction>
 #include <QMenu>
 #include <QMouseEvent>
@@ -14,22 +12,6 @@ Q_DECLARE_METATYPE(Qt::KeyboardModifiers)
 
 namespace
 {
-void show(CRecordingView& view, const QSize& size)
-{
-    view.resize(size);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-}
-
-QRect pictureOf(const CRecordingView& view, int nResult)
-{
-    const TileGrid::SRect rect =
-        TileGrid::letterbox(TileGrid::tileLeft(nResult, view.tileWidth()),
-                            TileGrid::tileBottom(nResult, view.getGLHeight(), view.tileHeight(), view.textHeight()), view.tileWidth(),
-                            view.tileHeight(), view.m_dBoxMaxX - view.m_dBoxMinX, view.m_dBoxMaxY - view.m_dBoxMinY);
-    return {rect.nX, rect.nY, rect.width(), rect.height()};
-}
-
 /// A place counted from the bottom left as a widget's position.
 QPoint widgetPos(const CRecordingView& view, const QPoint& pt)
 {
@@ -118,7 +100,7 @@ void tst_view_picking::hoverFindsTheTile()
     loadThree(view);
     for (const int i : {1, 0, 2})
     {
-        const int nPaints = view.m_nPaints;
+        const int nPaints = restOf(view);
         moveTo(view, pictureOf(view, i).center());
         QCOMPARE(view.m_nActiveResult, i);
         QCOMPARE(view.getHighListedResult(), QStringLiteral("SEQ") + QChar('A' + i));
@@ -218,7 +200,9 @@ void tst_view_picking::pressSelectsOneResult()
     view.setSelectVoxel(bTool);
     moveTo(view, pictureOf(view, 1).center());
     QSignalSpy spy(&view, SIGNAL(updateWavelengthCombo(QString, QString)));
+    const int nPaints = restOf(view);
     press(view, eButton, eModifiers);
+    QCOMPARE(restOf(view) > nPaints, bSelects);
     QCOMPARE(view.getSelectedList(), bSelects ? QStringList{QStringLiteral("SEQB")} : lstBefore);
     QCOMPARE(view.m_nContextResult, bMenu ? 1 : -1);
     QCOMPARE(view.m_pContextMenu->isVisible(), bMenu);
@@ -292,15 +276,18 @@ void tst_view_picking::menuRemovesTheResultItWasOpenedOn()
     QVERIFY(spy.isEmpty());
     moveTo(view, pictureOf(view, 1).center());
     press(view, Qt::RightButton);
-    view.m_pRemoveAction->trigger();
     view.m_pContextMenu->hide();
+    const int nPaints = restOf(view);
+    view.m_bResultsChanged = false;
+    view.m_pRemoveAction->trigger();
+    QVERIFY(view.m_bResultsChanged);
+    QVERIFY(restOf(view) > nPaints);
     QCOMPARE(view.getAnalysisParams().size(), 2);
     QCOMPARE(view.getAnalysisParams()[1].strResultName, QStringLiteral("C"));
     QCOMPARE(view.getLoadedResult(), (QStringList{QStringLiteral("SEQA"), QStringLiteral("SEQC")}));
     QCOMPARE(spy.size(), 1);
     QCOMPARE(spy.first().at(0).toString(), QStringLiteral("SEQ"));
     QCOMPARE(spy.first().at(1).toString(), QStringLiteral("B"));
-    QVERIFY(view.m_bResultsChanged);
 }
 
 void tst_view_picking::removalKeepsSelectionAndHighlight()
@@ -412,6 +399,10 @@ void tst_view_picking::handlesArePickedByThePointer_data()
     QTest::newRow("x1, y2") << QPointF(-5, -4) << int(Qt::SizeBDiagCursor);
     QTest::newRow("between") << QPointF(0, 4) << int(Qt::CrossCursor);
     QTest::newRow("middle") << QPointF(0, 0) << int(Qt::CrossCursor);
+    // The region is ten pixels wide and high, so five to each side; a millimetre is about nineteen.
+    QTest::newRow("inside the region") << QPointF(-5.2, 4.2) << int(Qt::SizeFDiagCursor);
+    QTest::newRow("outside it, left") << QPointF(-5.5, 4) << int(Qt::CrossCursor);
+    QTest::newRow("outside it, above") << QPointF(-5, 4.5) << int(Qt::CrossCursor);
 }
 
 void tst_view_picking::handlesArePickedByThePointer()

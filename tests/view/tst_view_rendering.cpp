@@ -1,37 +1,17 @@
 #include "ViewTestTools.h"
 
-#include "TileGrid.h"
-
 #include <QSignalSpy>
 
 using namespace ViewTest;
 
 namespace
 {
-/// Shows a view of this size with nothing but what the test asks for.
-void show(CRecordingView& view, const QSize& size)
-{
-    view.resize(size);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-}
-
 SResultRecipe box(double fX, double fY, double fZ, int nKind = 0)
 {
     SResultRecipe objRecipe;
     objRecipe.nKind = nKind;
     objRecipe.objSize = Coord3d(fX, fY, fZ);
     return objRecipe;
-}
-
-/// The letterboxed picture of a tile.
-QRect pictureOf(const CRecordingView& view, int nResult)
-{
-    const int nHeight = view.getGLHeight();
-    const TileGrid::SRect rect = TileGrid::letterbox(
-        TileGrid::tileLeft(nResult, view.tileWidth()), TileGrid::tileBottom(nResult, nHeight, view.tileHeight(), view.textHeight()),
-        view.tileWidth(), view.tileHeight(), view.m_dBoxMaxX - view.m_dBoxMinX, view.m_dBoxMaxY - view.m_dBoxMinY);
-    return {rect.nX, rect.nY, rect.width(), rect.height()};
 }
 
 QStringList namesOf(CRecordingView& view)
@@ -182,6 +162,7 @@ void tst_view_rendering::clearingForgetsInOrder()
     bool bEmptyWhenTold = false;
     connect(&view, &CLongitudinalStudyBrowserView::upadteAnlysisParameters, &view,
             [&]() { bEmptyWhenTold = view.getAnalysisParams().isEmpty() && view.getLoadedResult().isEmpty(); });
+    const int nPaints = restOf(view);
     view.clear3DView();
     QVERIFY(bEmptyWhenTold);
     QCOMPARE(spy.size(), 1);
@@ -192,7 +173,6 @@ void tst_view_rendering::clearingForgetsInOrder()
     QCOMPARE(view.getHighListedResult(), QStringLiteral("SEQA"));
     QCOMPARE(view.m_nActiveResult, 0);
     QVERIFY(view.containsSOLAResults());
-    const int nPaints = view.m_nPaints;
     QTRY_VERIFY(view.m_nPaints > nPaints);
     QVERIFY(!view.containsSOLAResults());
     QCOMPARE(countOf(view.picture(), QRect(0, 0, 500, 300), isNotBlack), 0);
@@ -291,6 +271,7 @@ void tst_view_rendering::rotationIsSharedAndAboutTheCentre()
     view.onStateChangeDisplayVoxels(false);
     view.setMeshOpacity(1.0f);
     view.picture();
+    restOf(view);
     const double fPixelsPerMm = pictureOf(view, 0).width() / 30.0;
     const int nPaints = view.m_nPaints;
     view.setRotation(0.0, 90.0, 0.0);
@@ -631,7 +612,7 @@ void tst_view_rendering::densityMapsGoToTheNamedResult()
     view.onStateChangeDisplayVoxels(false);
     view.setMeshOpacity(1.0f);
     const QImage imgBefore = view.picture();
-    const int nPaints = view.m_nPaints;
+    const int nPaints = restOf(view);
     view.applyPhotonDensityMap(strSequence, strResult, strWavelength);
     QTRY_VERIFY(view.m_nPaints > nPaints); // matched or not
     const QImage imgAfter = view.picture();
@@ -702,12 +683,11 @@ void tst_view_rendering::displaySlotsStoreAndRepaint()
     const char* const apszSlots[] = {"onStateChangeDisplaySurfaceCB", "onStateChangeDisplayVoxels"};
     for (const char* pszSlot : apszSlots)
     {
-        view.picture();
-        const int nPaints = view.m_nPaints;
+        const int nPaints = restOf(view);
         QVERIFY(QMetaObject::invokeMethod(&view, pszSlot, Q_ARG(bool, false)));
         QTRY_VERIFY(view.m_nPaints > nPaints);
     }
-    const int nPaints = view.m_nPaints;
+    const int nPaints = restOf(view);
     QVERIFY(QMetaObject::invokeMethod(&view, "onStateChangePhotonDensityMapCB", Q_ARG(int, 0)));
     QTRY_VERIFY(view.m_nPaints > nPaints);
     QVERIFY(!view.m_bShowPhotonDensity);
