@@ -158,6 +158,9 @@ void CLongitudinalStudyBrowserWnd::init()
     m_objForm.gridLayout_5->setColumnStretch(0, 1);
     m_objForm.gridLayout_9->setColumnStretch(1, 1);
 
+    // Return ends a number that is typed into a box; a load pressed by it would take the range that was just typed away again.
+    m_objForm.m_pLoadButton->setAutoDefault(false);
+
     // Names come from files: what they hold is shown, never interpreted.
     m_objForm.m_pSequenceNameLW->setItemDelegate(new COrmPlainTextDelegate(m_objForm.m_pSequenceNameLW));
     m_objForm.m_pResultWidget->setItemDelegate(new COrmPlainTextDelegate(m_objForm.m_pResultWidget));
