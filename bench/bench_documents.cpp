@@ -135,7 +135,7 @@ void hexText(benchmark::State& state)
     std::vector<float> vecOut(vecValues.size());
     compare(
         state, "of_plain",
-        [&] { benchmark::DoNotOptimize(OrmHexText::decodeFloats(baText.constData(), baText.size(), state.range(0), vecOut.data())); },
+        [&] { benchmark::DoNotOptimize(OrmHexText::textBufToValueBuf(baText.constData(), baText.size(), state.range(0), vecOut.data())); },
         [&]
         {
             PlainDocumentReader::decodeHex(baText.constData(), vecOut.size(), vecOut.data());

@@ -283,7 +283,7 @@ void tst_numbertext::hexTextOfKnownValues()
 
     float fValue = 0.0F;
     qint64 nOffset = -7;
-    QVERIFY(OrmHexText::decodeFloats(baText.constData(), baText.size(), 1, &fValue, &nOffset));
+    QVERIFY(OrmHexText::textBufToValueBuf(baText.constData(), baText.size(), 1, &fValue, &nOffset));
     QCOMPARE(bitsOf(fValue), nBits);
     QCOMPARE(nOffset, qint64(-7));
     quint32 nValue = 0;
@@ -308,7 +308,7 @@ void tst_numbertext::hexTextOfEveryKindOfBitsComesBack()
         QVERIFY(OrmHexText::decodeUInts(baCase.constData(), baCase.size(), nCount, vecRead.data()));
         QVERIFY(vecRead == vecBits);
         std::vector<float> vecFloats(vecBits.size());
-        QVERIFY(OrmHexText::decodeFloats(baCase.constData(), baCase.size(), nCount, vecFloats.data()));
+        QVERIFY(OrmHexText::textBufToValueBuf(baCase.constData(), baCase.size(), nCount, vecFloats.data()));
         QCOMPARE(std::memcmp(vecFloats.data(), vecBits.data(), 4 * vecBits.size()), 0);
     }
 }
@@ -330,7 +330,7 @@ void tst_numbertext::everyCharacterIsADigitOrNot()
             QVERIFY2(nOffset == (bDigit ? -1 : nPlace), baWhere.constData());
             quint8 anBytes[4];
             nOffset = -1;
-            QVERIFY2(OrmHexText::decodeBytes(baText.constData(), 8, 4, anBytes, &nOffset) == bDigit, baWhere.constData());
+            QVERIFY2(OrmHexText::hex2ascii(baText.constData(), 8, 4, anBytes, &nOffset) == bDigit, baWhere.constData());
             QVERIFY2(nOffset == (bDigit ? -1 : nPlace), baWhere.constData());
         }
     }
@@ -364,10 +364,10 @@ void tst_numbertext::hexTextTooShort()
 
     float afValues[2] = {7.0F, 7.0F};
     qint64 nOffset = -1;
-    QCOMPARE(OrmHexText::decodeFloats(baText.constData(), baText.size(), nValues, afValues, &nOffset), bEnough);
+    QCOMPARE(OrmHexText::textBufToValueBuf(baText.constData(), baText.size(), nValues, afValues, &nOffset), bEnough);
     QCOMPARE(nOffset, bEnough ? qint64(-1) : qint64(baText.size()));
     QCOMPARE(afValues[0], bEnough && nValues > 0 ? 1.0F : 7.0F);
-    QCOMPARE(OrmHexText::decodeFloats(baText.constData(), baText.size(), nValues, afValues), bEnough);
+    QCOMPARE(OrmHexText::textBufToValueBuf(baText.constData(), baText.size(), nValues, afValues), bEnough);
 }
 
 void tst_numbertext::theFirstBadDigitIsFound_data()
@@ -392,7 +392,7 @@ void tst_numbertext::theFirstBadDigitIsFound()
     std::vector<float> vecValues(static_cast<size_t>(nValues));
     qint64 nOffset = -1;
     const bool bGood = nBad >= 8 * nValues;
-    QCOMPARE(OrmHexText::decodeFloats(baText.constData(), baText.size(), nValues, vecValues.data(), &nOffset), bGood);
+    QCOMPARE(OrmHexText::textBufToValueBuf(baText.constData(), baText.size(), nValues, vecValues.data(), &nOffset), bGood);
     QCOMPARE(nOffset, bGood ? qint64(-1) : qint64(nBad));
 }
 
@@ -405,10 +405,10 @@ void tst_numbertext::hexBytes()
     QCOMPARE(baText.left(8), QByteArray("00010203"));
     QCOMPARE(baText.right(4), QByteArray("FEFF"));
     std::vector<quint8> vecRead(256);
-    QVERIFY(OrmHexText::decodeBytes(baText.constData(), baText.size(), 256, vecRead.data()));
+    QVERIFY(OrmHexText::hex2ascii(baText.constData(), baText.size(), 256, vecRead.data()));
     QVERIFY(vecRead == vecBytes);
     qint64 nOffset = -1;
-    QVERIFY(!OrmHexText::decodeBytes("012", 3, 2, vecRead.data(), &nOffset));
+    QVERIFY(!OrmHexText::hex2ascii("012", 3, 2, vecRead.data(), &nOffset));
     QCOMPARE(nOffset, qint64(3));
 }
 

@@ -15,9 +15,9 @@ namespace OrmHexText
 constexpr int nDigitsPerValue = 8; ///< of a float or an unsigned number
 constexpr int nDigitsPerByte = 2;
 
-bool decodeFloats(const char* pText, qint64 nLength, qint64 nValues, float* pOut, qint64* pnBadOffset = nullptr);
+bool textBufToValueBuf(const char* pText, qint64 nLength, qint64 nValues, float* pOut, qint64* pnBadOffset = nullptr);
 bool decodeUInts(const char* pText, qint64 nLength, qint64 nValues, quint32* pOut, qint64* pnBadOffset = nullptr);
-bool decodeBytes(const char* pText, qint64 nLength, qint64 nValues, quint8* pOut, qint64* pnBadOffset = nullptr);
+bool hex2ascii(const char* pText, qint64 nLength, qint64 nValues, quint8* pOut, qint64* pnBadOffset = nullptr);
 
 /// The text of @p nValues values, with upper-case digits.
 QByteArray encodeFloats(const float* pValues, qint64 nValues);

@@ -151,7 +151,7 @@ bool CPLResultXMLWrapper::readCurrentHexFloats(const QString& strTag, int nIndex
     return guarded(strTag,
                    [&]
                    {
-                       if (!readHex(strTag, nIndex, nValues, OrmHexText::nDigitsPerValue, vecOut, OrmHexText::decodeFloats))
+                       if (!readHex(strTag, nIndex, nValues, OrmHexText::nDigitsPerValue, vecOut, OrmHexText::textBufToValueBuf))
                            return false;
                        if (OrmHexText::looksByteSwapped(vecOut.data(), nValues))
                            ORM_LOG(2,
@@ -171,8 +171,7 @@ bool CPLResultXMLWrapper::readCurrentHexBytes(const QString& strTag, int nIndex,
                    [&]
                    {
                        return readHex(strTag, nIndex, nValues, OrmHexText::nDigitsPerByte, baOut,
-                                      [](const char* pText, qint64 nLength, qint64 nBytes, char* pOut, qint64* pnOffset) {
-                                          return OrmHexText::decodeBytes(pText, nLength, nBytes, reinterpret_cast<quint8*>(pOut), pnOffset);
-                                      });
+                                      [](const char* pText, qint64 nLength, qint64 nBytes, char* pOut, qint64* pnOffset)
+                                      { return OrmHexText::hex2ascii(pText, nLength, nBytes, reinterpret_cast<quint8*>(pOut), pnOffset); });
                    });
 }

@@ -17,7 +17,7 @@ constexpr quint64 bytesWithin(quint64 nBytes, quint64 cLow, quint64 cHigh)
 }
 
 /// The 32 bits that 8 digits stand for. @p nBad collects a bit for each character that is no digit.
-inline quint32 decodeWord(const char* pText, quint64& nBad)
+inline quint32 textToValue(const char* pText, quint64& nBad)
 {
     const quint64 nText = qFromLittleEndian<quint64>(pText); // first character in the lowest byte on every machine
     const quint64 nSeven = nText & ~nHighBits;
@@ -75,7 +75,7 @@ bool decodeWords(const char* pText, qint64 nLength, qint64 nValues, T* pOut, qin
         quint64 nBad = 0;
         for (qint64 i = nStart; i < nEnd; ++i)
         {
-            const quint32 nBits = decodeWord(pText + i * OrmHexText::nDigitsPerValue, nBad);
+            const quint32 nBits = textToValue(pText + i * OrmHexText::nDigitsPerValue, nBad);
             std::memcpy(pOut + i, &nBits, sizeof(nBits));
         }
         if (nBad != 0)
@@ -112,7 +112,7 @@ QByteArray encodeWords(const T* pValues, qint64 nValues)
 
 namespace OrmHexText
 {
-bool decodeFloats(const char* pText, qint64 nLength, qint64 nValues, float* pOut, qint64* pnBadOffset)
+bool textBufToValueBuf(const char* pText, qint64 nLength, qint64 nValues, float* pOut, qint64* pnBadOffset)
 {
     return decodeWords(pText, nLength, nValues, pOut, pnBadOffset);
 }
@@ -122,7 +122,7 @@ bool decodeUInts(const char* pText, qint64 nLength, qint64 nValues, quint32* pOu
     return decodeWords(pText, nLength, nValues, pOut, pnBadOffset);
 }
 
-bool decodeBytes(const char* pText, qint64 nLength, qint64 nValues, quint8* pOut, qint64* pnBadOffset)
+bool hex2ascii(const char* pText, qint64 nLength, qint64 nValues, quint8* pOut, qint64* pnBadOffset)
 {
     if (!checkLength(nLength, nValues, nDigitsPerByte, pnBadOffset))
         return false;
