@@ -29,6 +29,7 @@ private slots:
     void unwritableFileIsAReason();
     void folderWithoutSequencesIsAReason();
     void wrongUsageNeedsNoDisplay();
+    void helpNamesEveryOption();
 
 private:
     QJsonObject report() const;
@@ -187,6 +188,18 @@ void tst_Compare::wrongUsageNeedsNoDisplay()
     qputenv("DISPLAY", aDisplay);
     QCOMPARE(run.m_nExit, 2);
     QVERIFY(run.m_strError.startsWith("ormcompare: "));
+}
+
+void tst_Compare::helpNamesEveryOption()
+{
+    const SProgramRun run = runProgram("ormcompare", {"--help"});
+    QCOMPARE(run.m_nExit, 0);
+    QCOMPARE(run.m_strError, QString());
+    for (const char* pOption : {"--load", "--unit", "--view", "--window", "--report", "--size", "--rotate", "--colors", "--range", "--log",
+                                "--frames", "--quiet", "--version"})
+    {
+        QVERIFY2(run.m_strOut.contains(QLatin1String(pOption)), pOption);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Compare)
