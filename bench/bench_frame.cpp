@@ -3,6 +3,7 @@
 // a display, a virtual one will do.
 
 #include "AnalysisRecords.h"
+#include "BenchDisplay.h"
 #include "BenchRatio.h"
 #include "COrmPreference.h"
 #include "LongitudinalStudyBrowserView.h"
@@ -253,21 +254,5 @@ BENCHMARK(fortyEightTiles)->ArgName("mip")->Arg(0)->Arg(1)->UseManualTime()->Uni
 
 int main(int argc, char** argv)
 {
-    CSOLAView::setDefaultFormat();
-    QApplication app(argc, argv);
-    COrmPreference::setStore(QString());
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-    {
-        return 1;
-    }
-    QString strReason;
-    if (!CSOLAView::openGLAvailable(&strReason))
-    {
-        qCritical("%s", qPrintable(strReason));
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return BenchDisplay::run(argc, argv);
 }
