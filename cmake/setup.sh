@@ -43,13 +43,18 @@ with_display() {
     fi
 }
 
-# build PRESET: configure and build, quiet unless something goes wrong.
+# build PRESET [TARGET...]: configure, quietly unless something goes wrong, and build the targets (all without any).
 build() {
-    cmake --preset "$1" >"$ORM_TOP/.configure.log" 2>&1 || {
+    local preset=$1 target targets=()
+    shift
+    for target in "$@"; do
+        targets+=(--target "$target")
+    done
+    cmake --preset "$preset" >"$ORM_TOP/.configure.log" 2>&1 || {
         cat "$ORM_TOP/.configure.log" >&2
         rm -f "$ORM_TOP/.configure.log"
         exit 1
     }
     rm -f "$ORM_TOP/.configure.log"
-    cmake --build --preset "$1"
+    cmake --build --preset "$preset" "${targets[@]}"
 }
