@@ -328,6 +328,10 @@ void CCompareRun::applyLook()
     {
         widget<QAbstractSlider>("m_pThumWheel")->setValue(*m_options.m_nRotate);
     }
+    if (m_options.m_strColors.isEmpty() && !m_options.m_objRange && !m_options.m_bLog)
+    {
+        return;
+    }
     // Each kind that is shown gets the look; the panel shows the kind of the sequence that was clicked last.
     for (const QString& strKind : {kSola, kNova})
     {
