@@ -91,6 +91,7 @@ public:
 
     /// Step between the ticks of the x axis; 0 or less lets the plot choose. Where the labels would touch, a multiple of it is taken.
     void setXAxisRangeStep(double fStep);
+    double xAxisRangeStep() const;
 
     /// The plot as it would be shown now, in its own size, whether or not it is on screen.
     QImage getPrintImage();

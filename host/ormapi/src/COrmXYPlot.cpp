@@ -354,6 +354,11 @@ void COrmXYPlot::setXAxisRangeStep(double fStep)
     calculateLayout();
 }
 
+double COrmXYPlot::xAxisRangeStep() const
+{
+    return m_p->m_fXStep;
+}
+
 QImage COrmXYPlot::getPrintImage()
 {
     if (size().isEmpty())

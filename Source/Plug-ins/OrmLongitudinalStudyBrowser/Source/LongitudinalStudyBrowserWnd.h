@@ -19,6 +19,7 @@ class QAction;
 class QCloseEvent;
 class QEvent;
 class QGridLayout;
+class QGroupBox;
 class QListWidgetItem;
 class QMenu;
 class QPoint;
@@ -149,6 +150,14 @@ private:
 
     // ---- Opening sequences from disk: LongitudinalStudyBrowserWnd_Opening.cpp ------------------------------------
     QString getSequenceInfoType(QString strFilePath);
+    void listSequenceFromDisk(QList<QString>& lstSequences, const QString& strKind, bool bHasResults, const QString& strSequenceID,
+                              const QString& strFolder);
+
+    // ---- Removing sequences and results: LongitudinalStudyBrowserWnd_Removing.cpp --------------------------------
+    void removeSelectedSequence(QList<QString>& lstSequences, const QString& strKind, QMap<QString, QStringList>& mapNames,
+                                QGroupBox* pUnitBox);
+    void removeTilesOf(const QString& strSequenceID);
+    void finishRemoving();
 
     // ---- Saved results and load flow: LongitudinalStudyBrowserWnd_LoadFlow.cpp -----------------------------------
     void updateSavedResult(QString strSequenceID, QString strKind);
@@ -183,6 +192,9 @@ private:
     void showResultOfView(const QString& strSequenceID, const QString& strResult, const QString& strPrefix, const QStringList& lstNames,
                           QString& strSelectedResult);
     void fillWavelengths(const QStringList& lstNames);
+
+    // ---- Plots: LongitudinalStudyBrowserWnd_Plots.cpp ------------------------------------------------------------
+    void plotMeasure(int nMeasure, int nKind);
 
     // ---- Export and clipboard: LongitudinalStudyBrowserWnd_Export.cpp --------------------------------------------
     QImage getPrintImage();
