@@ -190,8 +190,13 @@ public:
 
     using CLongitudinalStudyBrowserView::m_bColorPaletteModified;
     using CLongitudinalStudyBrowserView::m_bResultsChanged;
+    using CLongitudinalStudyBrowserView::clearVoxelSelection;
+    using CLongitudinalStudyBrowserView::doVoxelSelection;
+    using CLongitudinalStudyBrowserView::drawMeasurePoints;
+    using CLongitudinalStudyBrowserView::m_bSelectVoxel;
     using CLongitudinalStudyBrowserView::m_bShowPhotonDensity;
     using CLongitudinalStudyBrowserView::m_bToolDragging;
+    using CLongitudinalStudyBrowserView::m_bToolMoved;
     using CLongitudinalStudyBrowserView::m_bUseCustomRange;
     using CLongitudinalStudyBrowserView::m_dBoxMaxX;
     using CLongitudinalStudyBrowserView::m_dBoxMaxY;
@@ -205,9 +210,13 @@ public:
     using CLongitudinalStudyBrowserView::m_lstToolPoints;
     using CLongitudinalStudyBrowserView::m_nActiveResult;
     using CLongitudinalStudyBrowserView::m_nContextResult;
+    using CLongitudinalStudyBrowserView::m_nToolHit;
     using CLongitudinalStudyBrowserView::m_pContextMenu;
     using CLongitudinalStudyBrowserView::m_pRemoveAction;
+    using CLongitudinalStudyBrowserView::processVoxelSelection;
     using CLongitudinalStudyBrowserView::setupViewForResult;
+    using CLongitudinalStudyBrowserView::updateSelectToolPosition;
+    using CLongitudinalStudyBrowserView::updateVoxelSelections;
 
     QList<STextCall> m_lstTexts;
     int m_nPaints = 0; ///< frames painted so far

@@ -123,7 +123,10 @@ public:
     void setSOLAUnit(QString strUnit) { m_strSOLAUnit = strUnit; }
     void setNOVAUnit(QString strUnit) { m_strNOVAUnit = strUnit; }
 
-    // ---- Pointer and measuring tool: LongitudinalStudyBrowserView_Picking.cpp ---------------------------------------------------
+    // ---- Measuring tool: LongitudinalStudyBrowserView_Measuring.cpp -------------------------------------------------------------
+    /// Switches the measuring tool. On selects again under the rectangles that the results still have; off unselects all voxels and keeps
+    /// the rectangles. Says nothing of other voxels.
+    void onSelectVoxelS(bool bOn);
     /// Stores whether the measuring tool is on, with no other effect.
     void setSelectVoxel(bool bOn) { m_bSelectVoxel = bOn; }
 
@@ -143,6 +146,8 @@ protected:
     // ---- Results and their drawing: LongitudinalStudyBrowserView_Rendering.cpp --------------------------------------------------
     void renderAnalysisResult();
     void updateCommonBox();
+    /// What a result turns about, and what is in the middle of its tile.
+    static Coord3d centerOf(const C3DMesh& objMesh);
     void renderResult(sAnalysisBase& objResult, float* pSurfaceColor);
     void renderFrames(const sAnalysisBase& objResult);
     void renderMeasuringRectangle(const sAnalysisBase& objResult);
@@ -166,14 +171,38 @@ protected:
     /// Draws a bar with its texts. The viewport is in window pixels, the box and the bar have their own heights.
     void renderBar(const SBar& objBar, const SBarLook& objLook, const QRect& rectViewport, int nBoxHeight, int nBarHeight);
 
-    // ---- Pointer and measuring tool: LongitudinalStudyBrowserView_Picking.cpp ---------------------------------------------------
-    /// Marks the corners of the active result's measuring rectangle, or names them 301 to 304 in a selection pass.
-    void drawMeasurePoints(unsigned int nMode);
-    /// The name of the corner under the pointer; 0 for none.
+    // ---- Pointer: LongitudinalStudyBrowserView_Picking.cpp ----------------------------------------------------------------------
+    /// The name of the measuring rectangle's corner under the pointer; 0 for none.
     long doSelection(QMouseEvent* pEvent);
     /// Finds the tile under the pointer and what follows from it.
     void hover(QMouseEvent* pEvent);
     void forgetActiveResult();
+    /// Whether there is a result in the tile under the pointer. After a removal the index can be past the end.
+    bool hasActiveResult() const { return m_nActiveResult >= 0 && m_nActiveResult < m_lstAnalysisParams.size(); }
+
+    // ---- Measuring tool: LongitudinalStudyBrowserView_Measuring.cpp -------------------------------------------------------------
+    // Corners are window pixels, two opposite ones in any order. All but the questions need the view's context to be current.
+    static bool isToolPress(const QMouseEvent* pEvent);
+    bool isToolDrag(const QMouseEvent* pEvent) const;
+    void pressTool(QMouseEvent* pEvent);
+    void dragTool(QMouseEvent* pEvent);
+    void releaseTool(QMouseEvent* pEvent);
+    /// Unselects the voxels of all results, or of the active one if there is one.
+    void clearVoxelSelection(bool bActiveOnly);
+    /// Selects the voxels of the active tile under a rectangle, then those of every other tile: under the same place of the scene, or with
+    /// bActiveOnly under the rectangle that the tile has itself. False where no tile is active.
+    bool doVoxelSelection(double dX1, double dY1, double dX2, double dY2, bool bActiveOnly);
+    /// Stores the rectangle of one result and selects what lies under it through the whole depth, shown or not. False where nothing does,
+    /// and where the pass could not be made; then the selection stays as it was.
+    bool doVoxelSelection(double dX1, double dY1, double dX2, double dY2, int nIndex);
+    /// Selects again in all tiles under the rectangles that they have.
+    void updateVoxelSelections();
+    /// Selects these voxels of one result and no others.
+    void processVoxelSelection(QList<long>* pVoxels, int nIndex);
+    /// Puts the rectangle of all results, or of the active one, at the same place of the scene. True.
+    bool updateSelectToolPosition(double dX1, double dY1, double dX2, double dY2, bool bActiveOnly);
+    /// Marks the corners of the active result's measuring rectangle, or names them in a selection pass.
+    void drawMeasurePoints(unsigned int nMode);
 
     bool m_bUseCustomRange = false;           ///< the next update of the ranges takes the custom one; for one frame
     int m_nContextResult = -1;                ///< result on which the context menu was opened; -1: none

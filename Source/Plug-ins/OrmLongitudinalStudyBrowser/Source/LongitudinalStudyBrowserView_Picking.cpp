@@ -1,6 +1,7 @@
-// The pointer: which tile is under it, what a press selects, what the menu removes.
+// The pointer: which tile is under it, what a press selects, which corner it picks, what the menu removes.
 #include "LongitudinalStudyBrowserView.h"
 
+#include "MeasuringRectangle.h"
 #include "Singleton.h"
 #include "TileGrid.h"
 
@@ -16,12 +17,6 @@
 
 namespace
 {
-/// Names of the corners of the measuring rectangle.
-constexpr long HandleLeftTop = 301;
-constexpr long HandleRightTop = 302;
-constexpr long HandleRightBottom = 303;
-constexpr long HandleLeftBottom = 304;
-
 /// Pixels around the pointer in which a corner is hit.
 constexpr double PickSize = 10.0;
 
@@ -30,13 +25,6 @@ constexpr int PickWords = 100;
 
 /// Depths of hit records are fractions of this half range.
 constexpr double DepthUnit = 2147483648.0;
-
-void drawPoint(float fX, float fY)
-{
-    glBegin(GL_POINTS);
-    glVertex2f(fX, fY);
-    glEnd();
-}
 } // namespace
 
 bool processHits(int nHits, unsigned int* pBuffer, QList<long>* pList, bool bSort)
@@ -75,12 +63,12 @@ void CLongitudinalStudyBrowserView::changeMouseCursor(long nHit)
 {
     switch (nHit)
     {
-    case HandleLeftTop:
-    case HandleRightBottom:
+    case MeasuringRectangle::CornerLeftTop:
+    case MeasuringRectangle::CornerRightBottom:
         setCursor(Qt::SizeFDiagCursor);
         break;
-    case HandleRightTop:
-    case HandleLeftBottom:
+    case MeasuringRectangle::CornerRightTop:
+    case MeasuringRectangle::CornerLeftBottom:
         setCursor(Qt::SizeBDiagCursor);
         break;
     default:
@@ -96,6 +84,11 @@ void CLongitudinalStudyBrowserView::mouseMoveEvent(QMouseEvent* pEvent)
         return;
     }
     makeCurrent();
+    if (isToolDrag(pEvent))
+    {
+        dragTool(pEvent);
+        return;
+    }
     hover(pEvent);
 }
 
@@ -167,15 +160,15 @@ void CLongitudinalStudyBrowserView::mousePressEvent(QMouseEvent* pEvent)
             return;
         }
         m_nToolHit = 0;
-        const bool bPlain = pEvent->modifiers() == Qt::NoModifier || pEvent->modifiers() == Qt::ControlModifier;
-        if (pEvent->button() == Qt::LeftButton && bPlain)
+        if (isToolPress(pEvent))
         {
-            return; // the measuring tool's own press leaves the selection alone
+            pressTool(pEvent);
+            return; // the selection stays as it is
         }
     }
     makeCurrent();
     // A removal can leave the active tile past the end until the pointer moves.
-    if (m_nActiveResult >= 0 && m_nActiveResult < m_lstAnalysisParams.size())
+    if (hasActiveResult())
     {
         const QString strSequenceID = m_lstAnalysisParams.at(m_nActiveResult).strSequenceID;
         const QString strResult = m_lstAnalysisParams.at(m_nActiveResult).strResultName;
@@ -199,14 +192,18 @@ void CLongitudinalStudyBrowserView::mousePressEvent(QMouseEvent* pEvent)
     }
 }
 
-void CLongitudinalStudyBrowserView::mouseReleaseEvent(QMouseEvent* /*pEvent*/)
+void CLongitudinalStudyBrowserView::mouseReleaseEvent(QMouseEvent* pEvent)
 {
     m_bToolDragging = false;
+    if (m_bSelectVoxel)
+    {
+        releaseTool(pEvent);
+    }
 }
 
 long CLongitudinalStudyBrowserView::doSelection(QMouseEvent* pEvent)
 {
-    if (m_nActiveResult < 0 || m_nActiveResult >= m_lstAnalysisParams.size())
+    if (!hasActiveResult())
     {
         return 0;
     }
@@ -248,46 +245,6 @@ long CLongitudinalStudyBrowserView::doSelection(QMouseEvent* pEvent)
     glPopAttrib();
     // The name of the first record, without regard to depth: of two corners in the region the one drawn first wins.
     return nHits > 0 ? static_cast<long>(anHits[3]) : 0;
-}
-
-void CLongitudinalStudyBrowserView::drawMeasurePoints(unsigned int nMode)
-{
-    if (m_nActiveResult < 0 || m_nActiveResult >= m_lstAnalysisParams.size())
-    {
-        return;
-    }
-    const sAnalysisBase& objResult = m_lstAnalysisParams.at(m_nActiveResult);
-    const float fX1 = objResult.fSelectLeft;
-    const float fY1 = objResult.fSelectTop;
-    const float fX2 = objResult.fSelectRight;
-    const float fY2 = objResult.fSelectBottom;
-    if (fX1 == fX2 || fY1 == fY2)
-    {
-        return;
-    }
-    struct SHandle
-    {
-        long nName;
-        float fX;
-        float fY;
-    };
-    const SHandle aHandles[] = {
-        {HandleLeftTop, fX1, fY1}, {HandleRightBottom, fX2, fY2}, {HandleRightTop, fX2, fY1}, {HandleLeftBottom, fX1, fY2}};
-    glPushAttrib(GL_ENABLE_BIT);
-    glInitNames();
-    glPushName(0);
-    glColor3f(0.0f, 1.0f, 0.0f);
-    glPointSize(5.0f);
-    for (const SHandle& objHandle : aHandles)
-    {
-        if (nMode == GL_SELECT)
-        {
-            glLoadName(static_cast<GLuint>(objHandle.nName));
-        }
-        drawPoint(objHandle.fX, objHandle.fY);
-    }
-    glPopName();
-    glPopAttrib();
 }
 
 void CLongitudinalStudyBrowserView::removeResult(int nIndex)

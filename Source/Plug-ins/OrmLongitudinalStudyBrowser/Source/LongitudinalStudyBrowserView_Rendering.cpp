@@ -30,14 +30,6 @@ void setFluorescentPalette(COrmPalette* pPalette)
     pPalette->setReversed(0);
 }
 
-Coord3d centerOf(const C3DMesh& objMesh)
-{
-    Coord3d objMin;
-    Coord3d objMax;
-    objMesh.getBBox(objMin, objMax);
-    return {(objMin.x + objMax.x) / 2.0, (objMin.y + objMax.y) / 2.0, (objMin.z + objMax.z) / 2.0};
-}
-
 void drawLoop(double fX1, double fY1, double fX2, double fY2)
 {
     glBegin(GL_LINE_LOOP);
@@ -111,6 +103,14 @@ void CLongitudinalStudyBrowserView::renderAnalysisResult()
             drawMeasurePoints(GL_RENDER);
         }
     }
+}
+
+Coord3d CLongitudinalStudyBrowserView::centerOf(const C3DMesh& objMesh)
+{
+    Coord3d objMin;
+    Coord3d objMax;
+    objMesh.getBBox(objMin, objMax);
+    return {(objMin.x + objMax.x) / 2.0, (objMin.y + objMax.y) / 2.0, (objMin.z + objMax.z) / 2.0};
 }
 
 void CLongitudinalStudyBrowserView::updateCommonBox()

@@ -1,0 +1,192 @@
+#pragma once
+
+// The measuring tool from outside: a pointer over a view, and a computation of its own of which voxels lie under a rectangle.
+
+#include "ViewTestTools.h"
+
+#include <QMouseEvent>
+#include <QRectF>
+#include <QSet>
+
+namespace ViewTest
+{
+/// A pointer over a view. Places are window pixels with the origin at the bottom left.
+class CPointer
+{
+public:
+    explicit CPointer(CRecordingView& view) : m_view(view) {}
+
+    void moveTo(const QPoint& pt)
+    {
+        m_pt = pt;
+        send(QEvent::MouseMove, Qt::NoButton);
+    }
+    void press(Qt::MouseButton eButton = Qt::LeftButton)
+    {
+        m_eButtons |= eButton;
+        send(QEvent::MouseButtonPress, eButton);
+    }
+    void release(Qt::MouseButton eButton = Qt::LeftButton)
+    {
+        m_eButtons &= ~Qt::MouseButtons(eButton);
+        send(QEvent::MouseButtonRelease, eButton);
+    }
+    /// Comes without a button, and draws from one place to another.
+    void drag(const QPoint& ptFrom, const QPoint& ptTo)
+    {
+        moveTo(ptFrom);
+        press();
+        moveTo(ptTo);
+        release();
+    }
+    void click(const QPoint& pt)
+    {
+        moveTo(pt);
+        press();
+        release();
+    }
+
+    Qt::KeyboardModifiers m_eModifiers = Qt::NoModifier;
+    Qt::MouseButtons m_eButtons = Qt::NoButton;
+
+private:
+    void send(QEvent::Type eType, Qt::MouseButton eButton)
+    {
+        const QPoint pt(m_pt.x(), m_view.height() - m_pt.y());
+        QMouseEvent objEvent(eType, pt, m_view.mapToGlobal(pt), eButton, m_eButtons, m_eModifiers);
+        QCoreApplication::sendEvent(&m_view, &objEvent);
+    }
+
+    CRecordingView& m_view;
+    QPoint m_pt;
+};
+
+/// Shows a view with these results, tool on.
+inline void showMeasuring(CRecordingView& view, const QList<sAnalysisBase>& lstResults, const QSize& size = QSize(900, 400))
+{
+    show(view, size);
+    for (const sAnalysisBase& objResult : lstResults)
+    {
+        view.load(objResult);
+    }
+    view.picture();
+    view.onSelectVoxelS(true);
+}
+
+/// Three results, of which the second is smaller, off the origin and of other voxels.
+inline QList<sAnalysisBase> threeResults()
+{
+    SResultRecipe objLarge;
+    objLarge.nVoxelEdge = 9;
+    SResultRecipe objSmall;
+    objSmall.objSize = Coord3d(14.0, 11.0, 16.0);
+    objSmall.objCenter = Coord3d(30.0, -7.0, 12.0);
+    objSmall.nVoxelEdge = 6;
+    objSmall.fMin = 100.0f;
+    objSmall.fMax = 900.0f;
+    SResultRecipe objOther = objLarge;
+    objOther.nVoxelEdge = 7;
+    return {result(QStringLiteral("A"), objLarge), result(QStringLiteral("B"), objSmall), result(QStringLiteral("C"), objOther)};
+}
+
+inline QVector<float> rectangleOf(const sAnalysisBase& objResult)
+{
+    return {objResult.fSelectLeft, objResult.fSelectTop, objResult.fSelectRight, objResult.fSelectBottom};
+}
+
+inline void setRectangle(sAnalysisBase& objResult, float fX1, float fY1, float fX2, float fY2)
+{
+    objResult.fSelectLeft = fX1;
+    objResult.fSelectTop = fY1;
+    objResult.fSelectRight = fX2;
+    objResult.fSelectBottom = fY2;
+}
+
+/// Where a place of a tile's picture, in millimetres from its middle, is in the window.
+inline QPointF windowPlace(const CRecordingView& view, int nResult, const QPointF& ptScene)
+{
+    const QRect rect = pictureOf(view, nResult);
+    return {rect.x() + (ptScene.x() - view.m_dBoxMinX) / (view.m_dBoxMaxX - view.m_dBoxMinX) * rect.width(),
+            rect.y() + (ptScene.y() - view.m_dBoxMinY) / (view.m_dBoxMaxY - view.m_dBoxMinY) * rect.height()};
+}
+
+/// The reverse.
+inline QPointF scenePlace(const CRecordingView& view, int nResult, const QPointF& pt)
+{
+    const QRect rect = pictureOf(view, nResult);
+    return {view.m_dBoxMinX + (pt.x() - rect.x()) / rect.width() * (view.m_dBoxMaxX - view.m_dBoxMinX),
+            view.m_dBoxMinY + (pt.y() - rect.y()) / rect.height() * (view.m_dBoxMaxY - view.m_dBoxMinY)};
+}
+
+/// The centre of a voxel in a tile turned by angles about x, y and z: x and y in window pixels, z in millimetres before the middle.
+inline Coord3d voxelPlace(CRecordingView& view, int nResult, int nVoxel, const Coord3d& objAngles)
+{
+    sAnalysisBase& objResult = view.getAnalysisParams()[nResult];
+    Coord3d objMin;
+    Coord3d objMax;
+    objResult.objMesh.getBBox(objMin, objMax);
+    const C3DVolume::Voxel* pVoxel = objResult.objVolume.getVoxelByNum(nVoxel);
+    double fX = pVoxel->x - (objMin.x + objMax.x) / 2.0;
+    double fY = pVoxel->y - (objMin.y + objMax.y) / 2.0;
+    double fZ = pVoxel->z - (objMin.z + objMax.z) / 2.0;
+    const auto fnTurn = [](double& fFirst, double& fSecond, double fDegrees)
+    {
+        const double fAngle = fDegrees * 3.14159265358979323846 / 180.0;
+        const double fTurned = fFirst * std::cos(fAngle) - fSecond * std::sin(fAngle);
+        fSecond = fFirst * std::sin(fAngle) + fSecond * std::cos(fAngle);
+        fFirst = fTurned;
+    };
+    // The rotation about x is multiplied on first, so a point meets it last.
+    fnTurn(fX, fY, objAngles.z);
+    fnTurn(fZ, fX, objAngles.y);
+    fnTurn(fY, fZ, objAngles.x);
+    const QPointF pt = windowPlace(view, nResult, QPointF(fX, fY));
+    return {pt.x(), pt.y(), fZ};
+}
+
+/// What of a volume lies under a rectangle of the window, through the depth of the box.
+struct SUnder
+{
+    QSet<int> setVoxels;
+    double fSum = 0.0;
+    int nUnsure = 0; ///< voxels closer than a hundredth of a pixel to an edge, or so close to an end of the box
+};
+
+inline SUnder voxelsUnder(CRecordingView& view, int nResult, const QRectF& rect, const Coord3d& objAngles = Coord3d())
+{
+    C3DVolume& objVolume = view.getAnalysisParams()[nResult].objVolume;
+    SUnder objUnder;
+    for (int i = 0; i < objVolume.getNoOfVoxels(); ++i)
+    {
+        const Coord3d pt = voxelPlace(view, nResult, i, objAngles);
+        const double fInside =
+            std::min({pt.x - rect.left(), rect.right() - pt.x, pt.y - rect.top(), rect.bottom() - pt.y, view.m_dBoxMaxZ - std::fabs(pt.z)});
+        objUnder.nUnsure += std::fabs(fInside) < 0.01 ? 1 : 0;
+        if (fInside > 0.0)
+        {
+            objUnder.setVoxels.insert(i);
+            objUnder.fSum += double(objVolume.getVoxelByNum(i)->fValue);
+        }
+    }
+    return objUnder;
+}
+
+inline QSet<int> selectedVoxels(CRecordingView& view, int nResult)
+{
+    const C3DVolume& objVolume = view.getAnalysisParams()[nResult].objVolume;
+    QSet<int> setVoxels;
+    for (int i = 0; i < objVolume.getNoOfVoxels(); ++i)
+    {
+        if (objVolume.isVoxelSelected(i))
+        {
+            setVoxels.insert(i);
+        }
+    }
+    return setVoxels;
+}
+
+inline double selectedSum(CRecordingView& view, int nResult)
+{
+    return double(view.getAnalysisParams()[nResult].objVolume.getTotalFluxForSelectedVoxels(true));
+}
+} // namespace ViewTest
