@@ -2,8 +2,6 @@
 
 #include "LongitudinalStudyBrowserView.h"
 
-#include <QCursor>
-#include <QMenu>
 #include <QSignalBlocker>
 
 void CLongitudinalStudyBrowserWnd::onSignalUpdateWavelengthCB(QString strSequenceID, QString strResult)
@@ -149,15 +147,6 @@ void CLongitudinalStudyBrowserWnd::onClickSelectVoxelBtn(bool bChecked)
 {
     m_pView->setSelectVoxel(bChecked);
     m_bSelectVoxelMode = bChecked;
-}
-
-void CLongitudinalStudyBrowserWnd::onMouseClicked(const QPoint&)
-{
-    const QListWidgetItem* pItem = m_objForm.m_pSequenceNameLW->currentItem();
-    if (pItem != nullptr && pItem->isSelected())
-    {
-        m_pSequenceContextMenu->popup(QCursor::pos());
-    }
 }
 
 void CLongitudinalStudyBrowserWnd::onSlectionChange()
