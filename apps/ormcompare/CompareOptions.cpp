@@ -41,6 +41,15 @@ void setUp(QCommandLineParser& parser)
          {"colors", "Colour table of the source volumes, by its name in the window.", "NAME"},
          {"range", "Colour range of the source volumes.", "MIN:MAX"},
          {"log", "Logarithmic colour scale."},
+         {"wavelength", "Density map on the surfaces, by the name of its wavelength or image source.", "NAME"},
+         {"measure",
+          "Measure the flux under a rectangle in all pictures: two corners as fractions of the first picture, origin bottom left.",
+          "X0,Y0,X1,Y1"},
+         {"plot",
+          "Write a plot: quantification, chi2 or voxelsize; SOLA: or NOVA: before it chooses the kind where both are loaded. May be given "
+          "again.",
+          "MEASURE=FILE"},
+         {"table", "Write the figures of the results as comma-separated values.", "FILE"},
          {"frames", "Repaint N times, turning by 360/N each, and report the times.", "N", "0"},
          {"quiet", "No progress on the terminal."}});
 }
@@ -58,6 +67,39 @@ bool readSize(const QString& strText, QSize& size)
     const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$")).match(strText);
     size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     return match.hasMatch() && qMin(size.width(), size.height()) >= kMinPixels && qMax(size.width(), size.height()) <= kMaxPixels;
+}
+
+/// X0,Y0,X1,Y1, each from 0 to 1; two corners that differ both ways.
+bool readRegion(const QString& strText, QRectF& region)
+{
+    const QStringList lstParts = strText.split(QLatin1Char(','));
+    double fParts[4] = {};
+    if (lstParts.size() != 4)
+    {
+        return false;
+    }
+    for (int nPart = 0; nPart < 4; ++nPart)
+    {
+        if (!readNumber(lstParts.at(nPart), fParts[nPart]) || fParts[nPart] < 0.0 || fParts[nPart] > 1.0)
+        {
+            return false;
+        }
+    }
+    region = QRectF(QPointF(fParts[0], fParts[1]), QPointF(fParts[2], fParts[3]));
+    return fParts[0] != fParts[2] && fParts[1] != fParts[3];
+}
+
+/// [KIND:]MEASURE=FILE
+bool readPlot(const QString& strText, SPlotRequest& request)
+{
+    const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^(?:(SOLA|NOVA):)?(quantification|chi2|voxelsize)=(.+)$"),
+                                                             QRegularExpression::DotMatchesEverythingOption)
+                                              .match(strText);
+    const QStringList lstMeasures = {QStringLiteral("quantification"), QStringLiteral("chi2"), QStringLiteral("voxelsize")};
+    request.m_nKind = QStringList{QStringLiteral("SOLA"), QStringLiteral("NOVA")}.indexOf(match.captured(1));
+    request.m_nMeasure = lstMeasures.indexOf(match.captured(2));
+    request.m_strFile = match.captured(3);
+    return match.hasMatch();
 }
 
 bool readRange(const QString& strText, SValueRange& range)
@@ -126,6 +168,26 @@ QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& o
         }
         options.m_objRange = range;
     }
+    options.m_strWavelength = parser.value(QStringLiteral("wavelength"));
+    if (parser.isSet(QStringLiteral("measure")))
+    {
+        QRectF region;
+        if (!readRegion(parser.value(QStringLiteral("measure")), region))
+        {
+            return QStringLiteral("--measure takes X0,Y0,X1,Y1, two different corners as fractions from 0 to 1.");
+        }
+        options.m_objRegion = region;
+    }
+    for (const QString& strPlot : parser.values(QStringLiteral("plot")))
+    {
+        SPlotRequest request;
+        if (!readPlot(strPlot, request))
+        {
+            return QStringLiteral("--plot takes quantification=FILE, chi2=FILE or voxelsize=FILE.");
+        }
+        options.m_lstPlots.append(request);
+    }
+    options.m_strTableFile = parser.value(QStringLiteral("table"));
     options.m_bLog = parser.isSet(QStringLiteral("log"));
     options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
     bool bFrames = false;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QRectF>
 #include <QRegularExpression>
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <optional>
 
@@ -12,6 +14,14 @@ struct SValueRange
 {
     double m_fMin = 0.0;
     double m_fMax = 0.0;
+};
+
+/// A plot that is to be written.
+struct SPlotRequest
+{
+    int m_nKind = -1;   ///< 0 SOLA, 1 NOVA, -1 the first kind that is loaded
+    int m_nMeasure = 0; ///< entry of the window's list of measures
+    QString m_strFile;
 };
 
 /// What the command line asks for.
@@ -23,11 +33,15 @@ struct SCompareOptions
     QString m_strViewFile;                 ///< picture of the view; empty: none
     QString m_strWindowFile;               ///< picture of the window; empty: none
     QString m_strReportFile;               ///< JSON report; empty: none
+    QString m_strTableFile;                ///< table of the results, CSV; empty: none
+    QVector<SPlotRequest> m_lstPlots;      ///< plots to write
     QSize m_objSize = QSize(1200, 800);    ///< of the view, pixels
     std::optional<int> m_nRotate;          ///< degrees, 0 to 360
     QString m_strColors;                   ///< name of a colour table; empty: as the window sets it
     std::optional<SValueRange> m_objRange; ///< colour range of the kinds that are shown
     bool m_bLog = false;                   ///< logarithmic colour scale
+    QString m_strWavelength;               ///< density map for the surfaces, by its name; empty: as loaded
+    std::optional<QRectF> m_objRegion;     ///< region to measure, its corners as fractions of the first picture, origin bottom left
     int m_nFrames = 0;                     ///< repaints to measure
     bool m_bQuiet = false;                 ///< no progress on the terminal
     bool m_bHelp = false;                  ///< only the help was asked for

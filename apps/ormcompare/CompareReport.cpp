@@ -1,5 +1,7 @@
 #include "CompareReport.h"
 
+#include "OrmCsv.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -77,4 +79,18 @@ QByteArray CompareReport::json(const SCompareReport& report)
                                   {"max", *std::max_element(report.m_lstFrameMs.constBegin(), report.m_lstFrameMs.constEnd())}});
     }
     return QJsonDocument(object).toJson();
+}
+
+QByteArray CompareReport::csv(const SCompareReport& report)
+{
+    QByteArray aTable = OrmCsv::line({"kind", "sequence", "name", "unit", "total", "selected_total", "reduced_chi2", "voxel_size_mm",
+                                      "final_voxel_size_mm", "starting_voxel_size_mm", "voxels"});
+    for (const SLoadedResult& result : report.m_lstResults)
+    {
+        aTable += OrmCsv::line({result.m_strKind, result.m_strSequence, result.m_strName, result.m_strUnit, OrmCsv::number(result.m_fTotal),
+                                OrmCsv::number(result.m_fSelectedTotal), OrmCsv::number(result.m_fReducedChi2),
+                                OrmCsv::number(result.m_fVoxelSize), OrmCsv::number(result.m_fFinalVoxelSize),
+                                OrmCsv::number(result.m_fStartVoxelSize), QString::number(result.m_nVoxels)});
+    }
+    return aTable;
 }

@@ -60,6 +60,9 @@ namespace CompareReport
 /// The report as JSON text.
 QByteArray json(const SCompareReport& report);
 
+/// The loaded results as comma-separated values, one line for each below a line of column names.
+QByteArray csv(const SCompareReport& report);
+
 /// The middle of the numbers (the lower one of two), 0 where there are none.
 double median(QVector<double> lstNumbers);
 } // namespace CompareReport

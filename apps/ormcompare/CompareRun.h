@@ -2,22 +2,22 @@
 
 #include "CompareOptions.h"
 #include "CompareReport.h"
+#include "LongitudinalStudyBrowserView.h"
+#include "LongitudinalStudyBrowserWnd.h"
 
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QHash>
 #include <QObject>
+#include <QRect>
 #include <QVector>
 
 #include <memory>
 
-class CLongitudinalStudyBrowserView;
-class CLongitudinalStudyBrowserWnd;
 class COrmSequenceCollection;
 class QListWidgetItem;
-class QWidget;
-struct sAnalysisBase;
 
-/// Drives the real window as a person would: opens the sequences, loads results, sets the colour scale, turns, takes pictures.
+/// Drives the real window as a person would: opens the sequences, loads results, sets the colour scale, turns, measures, takes pictures.
 class CCompareRun : public QObject
 {
     Q_OBJECT
@@ -31,28 +31,53 @@ public:
     const QStringList& reasons() const { return m_lstReasons; }
 
 private:
+    /// A kind of result, 0 or 1, as the lists write it.
+    static QString kindName(int nKind) { return nKind == 0 ? QStringLiteral("SOLA") : QStringLiteral("NOVA"); }
+    static double milliseconds(const QElapsedTimer& clock) { return static_cast<double>(clock.nsecsElapsed()) / 1.0e6; }
+
+    // ---- Life, and what all stages use: CompareRun.cpp ---------------------------------------------------------------------------
     void openSequences();
     void selectUnit();
+    bool resizeView();
+    void paint();
+    void fail(const QString& strReason) { m_lstReasons.append(strReason); }
+    void say(const QString& strText) const;
+    template <class W>
+    W* widget(const char* pszName) const
+    {
+        return m_pWindow->findChild<W*>(QLatin1String(pszName));
+    }
+
+    // ---- Loading: CompareRun_Loading.cpp -----------------------------------------------------------------------------------------
     void loadResults();
     void listSequence(int nRow);
     void loadResult(QListWidgetItem* pResult, const QString& strKind, const QString& strSequence);
-    void applyLook();
-    void applyColorRange();
-    void measureFrames();
-    void writePictures();
-    void writeReport();
-
-    bool resizeView();
-    void paint();
     bool isLoaded(const QString& strKey) const;
-    QString unitOf(int nKind) const;
     QString failureReason() const;
+
+    // ---- Colour scale, rotation, density maps: CompareRun_Look.cpp ---------------------------------------------------------------
+    void applyLook();
+    void applyColors();
+    void applyColorRange();
+    void applyWavelength();
+    bool listResult(const sAnalysisBase& result);
+
+    // ---- Frame times and the region of interest: CompareRun_Measuring.cpp --------------------------------------------------------
+    void measureFrames();
+    void measureRegion();
+    /// The picture of the first tile, window pixels with the origin at the bottom left; empty for none. Moves the pointer.
+    QRect firstTile();
+    void sendMouse(QEvent::Type type, const QPoint& position, Qt::MouseButton button, Qt::MouseButtons buttons);
+
+    // ---- What is written: CompareRun_Output.cpp ----------------------------------------------------------------------------------
+    void writePictures();
+    void writePlots();
+    void collectFigures();
+    void writeTables();
+    QString unitOf(int nKind) const;
     SLoadedResult figures(const sAnalysisBase& result) const;
     void save(const QString& strFile, const QByteArray& aBytes);
     void savePicture(const QString& strFile, const QImage& image);
-    void say(const QString& strText) const;
-    template <class W>
-    W* widget(const char* pszName) const;
 
     /// A saved result by its rows in the two lists.
     struct SWantedResult

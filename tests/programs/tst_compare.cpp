@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -26,6 +27,11 @@ private slots:
     void framesAreMeasured();
     void lookChangesThePicture_data();
     void lookChangesThePicture();
+    void unknownDensityMapIsAReason();
+    void measuredPartsAddUp();
+    void tableAgreesWithTheReport();
+    void plotsAreWritten();
+    void plotOfAMissingKindIsAReason();
     void unwritableFileIsAReason();
     void folderWithoutSequencesIsAReason();
     void wrongUsageNeedsNoDisplay();
@@ -142,6 +148,8 @@ void tst_Compare::lookChangesThePicture_data()
     QTest::newRow("range") << QStringList{"--range", "1000:90000"};
     QTest::newRow("log") << QStringList{"--log"};
     QTest::newRow("quarter turn") << QStringList{"--rotate", "90"};
+    QTest::newRow("density map") << QStringList{"--wavelength", "620"};
+    QTest::newRow("region") << QStringList{"--measure", "0.2,0.2,0.8,0.8"};
 }
 
 void tst_Compare::lookChangesThePicture()
@@ -163,6 +171,92 @@ void tst_Compare::lookChangesThePicture()
     {
         QCOMPARE(bar, range);
     }
+}
+
+void tst_Compare::unknownDensityMapIsAReason()
+{
+    const SProgramRun run = compare({"--load", "SOLA *mm", "--wavelength", "none such"});
+    QCOMPARE(run.m_nExit, 1);
+    QVERIFY2(run.m_strError.contains("No result has a density map \"none such\"."), qPrintable(run.m_strError));
+    QCOMPARE(report().value("results").toArray().size(), 3);
+}
+
+void tst_Compare::measuredPartsAddUp()
+{
+    // The place of the left half's right edge and that of the right half's left edge are the same pixel.
+    QVector<QVector<double>> lstSums;
+    for (const char* pszRegion : {"0,0,1,1", "0,0,0.5,1", "0.5,0,1,1"})
+    {
+        const SProgramRun run = compare({"--load", "SOLA *mm", "--size", "600x400", "--measure", QString(pszRegion)});
+        QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
+        QVector<double> lstSelected;
+        for (const QJsonValue& value : report().value("results").toArray())
+        {
+            lstSelected.append(value.toObject().value("selected_total").toDouble());
+        }
+        lstSums.append(lstSelected);
+    }
+    const QJsonArray lstResults = report().value("results").toArray();
+    QCOMPARE(lstResults.size(), 3);
+    for (int nResult = 0; nResult < lstResults.size(); ++nResult)
+    {
+        const double fTotal = lstResults.at(nResult).toObject().value("total").toDouble();
+        const double fLeft = lstSums.at(1).at(nResult);
+        const double fRight = lstSums.at(2).at(nResult);
+        QVERIFY(fTotal > 0.0);
+        QVERIFY(std::abs(lstSums.at(0).at(nResult) - fTotal) < 1.0e-4 * fTotal);
+        QVERIFY2(std::abs(fLeft + fRight - fTotal) < 1.0e-4 * fTotal, qPrintable(QString("%1 + %2").arg(fLeft).arg(fRight)));
+    }
+}
+
+void tst_Compare::tableAgreesWithTheReport()
+{
+    const SProgramRun run = compare({"--table", path("table.csv"), "--measure", "0.4,0,1,1"});
+    QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
+    QFile file(path("table.csv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lstLines = file.readAll().split('\n');
+    const QJsonArray lstResults = report().value("results").toArray();
+    QCOMPARE(lstLines.size(), lstResults.size() + 2);
+    for (int nResult = 0; nResult < lstResults.size(); ++nResult)
+    {
+        const QJsonObject result = lstResults.at(nResult).toObject();
+        const QByteArray& aLine = lstLines.at(nResult + 1);
+        // The names hold commas and are quoted; the figures stand behind them.
+        const QList<QByteArray> lstFigures = aLine.mid(aLine.lastIndexOf('"') + 2).trimmed().split(',');
+        QVERIFY(aLine.startsWith((result.value("kind").toString() + "," + result.value("sequence").toString() + ",\"").toUtf8()));
+        QCOMPARE(lstFigures.size(), 8);
+        const char* const pszKeys[] = {
+            "total", "selected_total", "reduced_chi2", "voxel_size_mm", "final_voxel_size_mm", "starting_voxel_size_mm", "voxels"};
+        for (int nFigure = 0; nFigure < 7; ++nFigure)
+        {
+            QCOMPARE(lstFigures.at(nFigure + 1).toDouble(), result.value(QLatin1String(pszKeys[nFigure])).toDouble());
+        }
+    }
+}
+
+void tst_Compare::plotsAreWritten()
+{
+    const SProgramRun run =
+        compare({"--plot", "quantification=" + path("quantification.png"), "--plot", "chi2=" + path("chi2.png"), "--plot",
+                 "SOLA:voxelsize=" + path("voxelsize.png"), "--plot", "NOVA:quantification=" + path("nova.png")});
+    QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
+    QSet<QByteArray> lstPictures;
+    for (const char* pszName : {"quantification.png", "chi2.png", "voxelsize.png", "nova.png"})
+    {
+        const QImage plot(path(QLatin1String(pszName)));
+        QVERIFY2(plot.width() > 200 && plot.height() > 200, pszName);
+        lstPictures.insert(QByteArray::fromRawData(reinterpret_cast<const char*>(plot.constBits()), int(plot.sizeInBytes())).toHex());
+    }
+    QCOMPARE(lstPictures.size(), 4);
+}
+
+void tst_Compare::plotOfAMissingKindIsAReason()
+{
+    const SProgramRun run = compare({"--load", "SOLA *mm", "--plot", "NOVA:chi2=" + path("missing.png")});
+    QCOMPARE(run.m_nExit, 1);
+    QVERIFY2(run.m_strError.contains("there is no NOVA result to plot"), qPrintable(run.m_strError));
+    QVERIFY(!QFile::exists(path("missing.png")));
 }
 
 void tst_Compare::unwritableFileIsAReason()
@@ -196,7 +290,7 @@ void tst_Compare::helpNamesEveryOption()
     QCOMPARE(run.m_nExit, 0);
     QCOMPARE(run.m_strError, QString());
     for (const char* pOption : {"--load", "--unit", "--view", "--window", "--report", "--size", "--rotate", "--colors", "--range", "--log",
-                                "--frames", "--quiet", "--version"})
+                                "--wavelength", "--measure", "--plot", "--table", "--frames", "--quiet", "--version"})
     {
         QVERIFY2(run.m_strOut.contains(QLatin1String(pOption)), pOption);
     }

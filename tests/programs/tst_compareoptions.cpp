@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QtTest>
 
+#include <limits>
+
 class tst_CompareOptions : public QObject
 {
     Q_OBJECT
@@ -16,10 +18,12 @@ private slots:
     void wrongUsageIsNamed_data();
     void wrongUsageIsNamed();
     void optionsAreRead();
+    void plotsAndRegionAreRead();
     void defaultsHold();
     void medianIsTheLowerMiddle_data();
     void medianIsTheLowerMiddle();
     void reportHasEveryFigure();
+    void tableHasALineForEachResult();
 };
 
 void tst_CompareOptions::patternsMatchWholeTexts_data()
@@ -91,6 +95,15 @@ void tst_CompareOptions::wrongUsageIsNamed_data()
     QTest::newRow("range with a comma") << QStringList{"x", "--range", "0,5:1"} << "--range";
     QTest::newRow("range without end") << QStringList{"x", "--range", "1:inf"} << "--range";
     QTest::newRow("frames below 0") << QStringList{"x", "--frames=-1"} << "--frames";
+    QTest::newRow("region with three numbers") << QStringList{"x", "--measure", "0,0,1"} << "--measure";
+    QTest::newRow("region beyond the picture") << QStringList{"x", "--measure", "0,0,1,1.1"} << "--measure";
+    QTest::newRow("region below 0") << QStringList{"x", "--measure", "-0.1,0,1,1"} << "--measure";
+    QTest::newRow("region without width") << QStringList{"x", "--measure", "0.5,0,0.5,1"} << "--measure";
+    QTest::newRow("region without height") << QStringList{"x", "--measure", "0,1,1,1"} << "--measure";
+    QTest::newRow("region no numbers") << QStringList{"x", "--measure", "a,b,c,d"} << "--measure";
+    QTest::newRow("plot without a file") << QStringList{"x", "--plot", "chi2"} << "--plot";
+    QTest::newRow("plot of nothing known") << QStringList{"x", "--plot", "weight=p.png"} << "--plot";
+    QTest::newRow("plot of an unknown kind") << QStringList{"x", "--plot", "ABCD:chi2=p.png"} << "--plot";
     QTest::newRow("value missing") << QStringList{"x", "--view"} << "view";
 }
 
@@ -126,6 +139,28 @@ void tst_CompareOptions::optionsAreRead()
     QVERIFY(options.m_bLog);
     QCOMPARE(options.m_nFrames, 7);
     QVERIFY(options.m_bQuiet);
+}
+
+void tst_CompareOptions::plotsAndRegionAreRead()
+{
+    SCompareOptions options;
+    QCOMPARE(CompareOptions::read({"ormcompare", "a", "--plot", "quantification=a=b.png", "--plot", "NOVA:chi2=c.eps", "--plot",
+                                   "SOLA:voxelsize=d.tif", "--measure", "0.75,0,0.25,1e0", "--table", "t.csv", "--wavelength", "560"},
+                                  options),
+             QString());
+    QCOMPARE(options.m_lstPlots.size(), 3);
+    QCOMPARE(options.m_lstPlots.at(0).m_nKind, -1);
+    QCOMPARE(options.m_lstPlots.at(0).m_nMeasure, 0);
+    QCOMPARE(options.m_lstPlots.at(0).m_strFile, QString("a=b.png"));
+    QCOMPARE(options.m_lstPlots.at(1).m_nKind, 1);
+    QCOMPARE(options.m_lstPlots.at(1).m_nMeasure, 1);
+    QCOMPARE(options.m_lstPlots.at(2).m_nKind, 0);
+    QCOMPARE(options.m_lstPlots.at(2).m_nMeasure, 2);
+    // The corners stay as they were given: a drag may go either way.
+    QCOMPARE(options.m_objRegion->topLeft(), QPointF(0.75, 0.0));
+    QCOMPARE(options.m_objRegion->bottomRight(), QPointF(0.25, 1.0));
+    QCOMPARE(options.m_strTableFile, QString("t.csv"));
+    QCOMPARE(options.m_strWavelength, QString("560"));
 }
 
 void tst_CompareOptions::defaultsHold()
@@ -185,6 +220,31 @@ void tst_CompareOptions::reportHasEveryFigure()
     QCOMPARE(object.value("frame_ms").toObject().value("median").toDouble(), 2.0);
     QCOMPARE(object.value("frame_ms").toObject().value("max").toDouble(), 3.0);
     QVERIFY(object.contains("peak_rss_mb"));
+}
+
+void tst_CompareOptions::tableHasALineForEachResult()
+{
+    SLoadedResult first;
+    first.m_strKind = "SOLA";
+    first.m_strSequence = "S1";
+    first.m_strName = "Day 0, 1 mm";
+    first.m_strUnit = "photons/sec";
+    first.m_fTotal = 12.5;
+    first.m_fSelectedTotal = 2.25;
+    first.m_fReducedChi2 = 0.98;
+    first.m_fVoxelSize = 0.25;
+    first.m_fFinalVoxelSize = 1.0;
+    first.m_fStartVoxelSize = 4.0;
+    first.m_nVoxels = 7;
+    SLoadedResult second = first;
+    second.m_fReducedChi2 = std::numeric_limits<double>::quiet_NaN();
+    SCompareReport report;
+    report.m_lstResults = {first, second};
+    QCOMPARE(CompareReport::csv(report),
+             QByteArray("kind,sequence,name,unit,total,selected_total,reduced_chi2,voxel_size_mm,final_voxel_size_mm,"
+                        "starting_voxel_size_mm,voxels\r\n"
+                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,0.98,0.25,1,4,7\r\n"
+                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,,0.25,1,4,7\r\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_CompareOptions)
