@@ -145,7 +145,7 @@ void CLongitudinalStudyBrowserWnd::onItemSelectionWidgetItem()
 
 void CLongitudinalStudyBrowserWnd::onClickSelectVoxelBtn(bool bChecked)
 {
-    m_pView->setSelectVoxel(bChecked);
+    m_pView->onSelectVoxelS(bChecked);
     m_bSelectVoxelMode = bChecked;
 }
 
