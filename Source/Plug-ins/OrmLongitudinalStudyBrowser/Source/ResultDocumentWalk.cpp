@@ -20,7 +20,6 @@ namespace
 /// Type number of 32-bit float pixels.
 constexpr OrmDataTypes g_ePixelFloat = static_cast<OrmDataTypes>(4);
 
-const char g_strTextData[] = "Text.Data";
 const char g_strCount[] = "Count";
 
 enum class EFormat
