@@ -185,6 +185,13 @@ void tst_numbertext::floatsAtTheirLimits_data()
     QTest::newRow("the smallest normal") << QByteArray("1.17549435e-38") << true << 0x00800000U;
     QTest::newRow("a denormal") << QByteArray("1e-45") << true << 0x00000001U;
     QTest::newRow("below a denormal") << QByteArray("1e-60") << true << 0x00000000U;
+    QTest::newRow("below a double") << QByteArray("1e-400") << true << 0x00000000U;
+    QTest::newRow("below a double, without an exponent") << "0." + QByteArray(400, '0') + "1" << true << 0x00000000U;
+    QTest::newRow("below a double, many digits") << QByteArray(400, '9') + "e-900" << true << 0x00000000U;
+    QTest::newRow("an exponent beyond all numbers") << QByteArray("1e-99999999999999999999") << true << 0x00000000U;
+    QTest::newRow("an exponent beyond all numbers upwards") << QByteArray("1e99999999999999999999") << false << 0U;
+    QTest::newRow("two exponents, the first beyond all numbers") << QByteArray("1e-400e2") << false << 0U;
+    QTest::newRow("above a double, many digits") << QByteArray(900, '9') + "e-100" << false << 0U;
     QTest::newRow("below a denormal, negative") << QByteArray("-1e-60") << true << 0x80000000U;
     QTest::newRow("negative zero") << QByteArray("-0.0") << true << 0x80000000U;
     QTest::newRow("many digits") << QByteArray("0.") + QByteArray(200, '3') << true << bitsOf(1.0F / 3.0F);

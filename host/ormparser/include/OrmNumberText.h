@@ -15,7 +15,7 @@ bool toInt(const QString& strText, int& nValue);
 /// The same for an unsigned 32-bit number; a sign is refused.
 bool toUInt(std::string_view strText, quint32& nValue);
 
-/// A finite decimal number. What is too small for a float becomes 0 or the nearest denormal; what is too large is refused.
+/// A finite decimal number. What is too small for the type becomes 0 or the nearest denormal; what is too large is refused.
 bool toFloat(std::string_view strText, float& fValue);
 bool toDouble(std::string_view strText, double& fValue);
 bool toDouble(const QString& strText, double& fValue);

@@ -1,6 +1,6 @@
 #include "OrmNumberText.h"
 
-#include <cfloat>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -24,9 +24,39 @@ std::errc wholeNumber(std::string_view strText, T& value)
 {
     const char* pEnd = strText.data() + strText.size();
     const auto objResult = std::from_chars(strText.data(), pEnd, value);
-    if (objResult.ec == std::errc() && objResult.ptr != pEnd)
-        return std::errc::invalid_argument;
-    return objResult.ec;
+    return objResult.ptr == pEnd ? objResult.ec : std::errc::invalid_argument;
+}
+
+/// Whether a decimal number that is out of range is so because it is too small: its first digit other than 0 stands behind the point.
+bool isTooSmall(std::string_view strText)
+{
+    const size_t nMantissa = std::min(strText.find_first_of("eE"), strText.size());
+    const std::string_view strMantissa = strText.substr(0, nMantissa);
+    const auto nPoint = static_cast<qint64>(std::min(strMantissa.find('.'), nMantissa));
+    const auto nFirst = static_cast<qint64>(std::min(strMantissa.find_first_of("123456789"), nMantissa));
+    std::string_view strPower = strText.substr(std::min(nMantissa + 1, strText.size()));
+    const bool bNegative = strPower.substr(0, 1) == "-";
+    if (strPower.substr(0, 1) == "+")
+        strPower.remove_prefix(1);
+    qint64 nPower = 0;
+    if (wholeNumber(strPower, nPower) == std::errc::result_out_of_range)
+        return bNegative;
+    return nFirst - nPoint > nPower;
+}
+
+/// A finite number of either width. What is too small for it is a 0 of its sign.
+template <typename T>
+bool toFinite(std::string_view strText, T& fValue)
+{
+    if (!hasOnlyNumberCharacters(strText))
+        return false;
+    T fRead = 0;
+    const std::errc eError = wholeNumber(strText, fRead);
+    const bool bTooSmall = eError == std::errc::result_out_of_range && isTooSmall(strText);
+    if ((eError != std::errc() && !bTooSmall) || !std::isfinite(fRead))
+        return false;
+    fValue = bTooSmall ? std::copysign(T(0), strText.front() == '-' ? T(-1) : T(1)) : fRead;
+    return true;
 }
 } // namespace
 
@@ -64,37 +94,12 @@ bool toUInt(std::string_view strText, quint32& nValue)
 
 bool toFloat(std::string_view strText, float& fValue)
 {
-    if (!hasOnlyNumberCharacters(strText))
-        return false;
-    float fRead = 0.0F;
-    const std::errc eError = wholeNumber(strText, fRead);
-    if (eError == std::errc::result_out_of_range)
-    {
-        // Too small or too large for a float: a double tells which, and gives the nearest denormal of the small ones.
-        double fWide = 0.0;
-        if (wholeNumber(strText, fWide) != std::errc() || std::fabs(fWide) > 1.0)
-            return false;
-        fRead = static_cast<float>(fWide);
-    }
-    else if (eError != std::errc())
-    {
-        return false;
-    }
-    if (!std::isfinite(fRead))
-        return false;
-    fValue = fRead;
-    return true;
+    return toFinite(strText, fValue);
 }
 
 bool toDouble(std::string_view strText, double& fValue)
 {
-    if (!hasOnlyNumberCharacters(strText))
-        return false;
-    double fRead = 0.0;
-    if (wholeNumber(strText, fRead) != std::errc() || !std::isfinite(fRead))
-        return false;
-    fValue = fRead;
-    return true;
+    return toFinite(strText, fValue);
 }
 
 bool toDouble(const QString& strText, double& fValue)
