@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class CGLDrawScope;
 class CPLResultXMLWrapper;
 class CVolumeGeometry;
 class CVolumeLook;
@@ -92,7 +93,9 @@ public:
 private:
     const CVolumeLook& look();
     void drawVoxels();
-    void drawMarks(float fPixels, bool bRing);
+    void drawMarks(int nPixels, bool bRing);
+    void drawHighest(CGLDrawScope& objScope, int nPixels);
+    void drawTranslucent(CGLDrawScope& objScope, double fPixels);
     void nameVoxels() const;
 
     std::shared_ptr<const CVoxelBlock> m_pBlock; ///< the voxels and what is made of them once; never null

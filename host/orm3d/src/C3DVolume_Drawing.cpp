@@ -2,10 +2,12 @@
 
 #include "C3DVolume.h"
 
+#include "CClipVolume.h"
 #include "CGLDrawScope.h"
 #include "CVolumeLook.h"
 #include "CVolumeMarks.h"
 #include "CVoxelBlock.h"
+#include "MaximumProjection.h"
 
 #include <QtGui/qopengl.h>
 
@@ -18,10 +20,8 @@
 
 namespace
 {
-constexpr float fRingPixels = 2.0f;      ///< width of the outline of marked voxels
+constexpr int nRingPixels = 2;           ///< width of the outline of marked voxels
 constexpr GLuint nRingBit = 0x80;        ///< bit of the stencil buffer that tells the outline from what it surrounds
-constexpr float fClipSlack = 1e-5f;      ///< of the clip volume: OpenGL itself decides about what is on its edge
-constexpr float fRoundingSlack = 2e-6f;  ///< the same for the single precision of both computations, relative to their largest term
 constexpr double fPixelTolerance = 1e-3; ///< a size this much above a whole number of pixels is not rounded up
 
 using Matrix = std::array<double, 16>;
@@ -62,17 +62,18 @@ SVoxelPixels voxelPixels(const CGLDrawScope& objScope, float fVoxelSize)
     return sPixels;
 }
 
-/// Whole pixels that leave no gap between neighbouring voxels.
-float closedSize(const SVoxelPixels& sPixels)
-{
-    return static_cast<float>(std::max(1.0, std::ceil(sPixels.m_fBox - fPixelTolerance)));
-}
-
-void setPointSize(float fPixels)
+/// The size nearest to this one that points can have.
+float pointSize(double fPixels)
 {
     GLfloat afRange[2] = {1.0f, 1.0f};
     glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, afRange);
-    glPointSize(std::clamp(fPixels, afRange[0], std::max(afRange[0], afRange[1])));
+    return static_cast<float>(std::clamp(fPixels, 1.0, std::max(1.0, static_cast<double>(afRange[1]))));
+}
+
+/// Whole pixels that leave no gap between neighbouring voxels.
+int closedSize(const SVoxelPixels& sPixels)
+{
+    return static_cast<int>(pointSize(std::ceil(sPixels.m_fBox - fPixelTolerance)));
 }
 
 /// Points whose size depends on nothing but the size that is set.
@@ -100,10 +101,6 @@ const CVolumeLook& C3DVolume::look()
 
 void C3DVolume::drawVoxels()
 {
-    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
-    const CVolumeLook& objLook = look();
-    const std::size_t nDrawn = objGeometry.size() - objLook.first();
-
     CGLDrawScope objScope;
     objScope.centreDepth();
     objScope.clipToViewport();
@@ -112,52 +109,66 @@ void C3DVolume::drawVoxels()
     GLint nStencilBits = 0;
     glGetIntegerv(GL_STENCIL_BITS, &nStencilBits);
     const bool bRing = nStencilBits >= 8;
+    glEnableClientState(GL_VERTEX_ARRAY);
     if (!bRing)
         drawMarks(closedSize(sPixels), false);
-
-    if (nDrawn > 0)
-    {
-        glEnableClientState(GL_VERTEX_ARRAY);
-        glVertexPointer(3, GL_FLOAT, 0, objGeometry.positions() + 3 * objLook.first());
-        glEnableClientState(GL_COLOR_ARRAY);
-        glColorPointer(4, GL_UNSIGNED_BYTE, 0, objLook.colors());
-        if (m_bMIP)
-        {
-            // Every pixel keeps what is drawn last there: the highest value behind it, in just the colour of the bar.
-            glDisable(GL_DEPTH_TEST);
-            setPointSize(closedSize(sPixels));
-            glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(nDrawn));
-        }
-        else
-        {
-            const std::array<float, 16>& af = objScope.modelview();
-            const std::vector<quint32>& vecOrder = objLook.backToFront(objGeometry, af[2] >= 0.0f, af[6] >= 0.0f, af[10] >= 0.0f);
-            glEnable(GL_BLEND);
-            glEnable(GL_POINT_SPRITE); // sizes are exact fractions of pixels then
-            setPointSize(static_cast<float>(2.0 * sPixels.m_fEdge));
-            glDrawElements(GL_POINTS, static_cast<GLsizei>(nDrawn), GL_UNSIGNED_INT, vecOrder.data());
-            glDisable(GL_POINT_SPRITE);
-        }
-        glDisableClientState(GL_COLOR_ARRAY);
-    }
+    glEnableClientState(GL_COLOR_ARRAY);
+    if (m_bMIP)
+        drawHighest(objScope, closedSize(sPixels));
+    else
+        drawTranslucent(objScope, sPixels.m_fEdge);
+    glDisableClientState(GL_COLOR_ARRAY);
     if (bRing)
         drawMarks(closedSize(sPixels), true);
 }
 
+/// Every pixel keeps what is drawn last there: the highest value behind it, in just the colour of the bar.
+void C3DVolume::drawHighest(CGLDrawScope& objScope, int nPixels)
+{
+    const CVolumeLook& objLook = look();
+    const MaximumProjection::SView sView = {clipMatrix(objScope), objScope.viewport()[2], objScope.viewport()[3]};
+    const std::vector<MaximumProjection::SSquare> vecSquares =
+        MaximumProjection::seenSquares(m_pBlock->geometry(), objLook.first(), objLook.colors(), sView, nPixels);
+    if (vecSquares.empty())
+        return;
+    objScope.toPixels();
+    glDisable(GL_DEPTH_TEST);
+    glPointSize(static_cast<float>(nPixels));
+    glVertexPointer(2, GL_FLOAT, sizeof vecSquares.front(), &vecSquares.front().m_fX);
+    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof vecSquares.front(), vecSquares.front().m_anColor);
+    glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vecSquares.size()));
+    objScope.toScene();
+}
+
+/// Squares of two voxels, the farthest first.
+void C3DVolume::drawTranslucent(CGLDrawScope& objScope, double fPixels)
+{
+    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
+    const CVolumeLook& objLook = look();
+    const std::array<float, 16>& af = objScope.modelview();
+    const std::vector<quint32>& vecOrder = objLook.backToFront(objGeometry, af[2] >= 0.0f, af[6] >= 0.0f, af[10] >= 0.0f);
+    glEnable(GL_BLEND);
+    glEnable(GL_POINT_SPRITE); // sizes are exact fractions of pixels then
+    glPointSize(pointSize(2.0 * fPixels));
+    glVertexPointer(3, GL_FLOAT, 0, objGeometry.positions() + 3 * objLook.first());
+    glColorPointer(4, GL_UNSIGNED_BYTE, 0, objLook.colors());
+    glDrawElements(GL_POINTS, static_cast<GLsizei>(vecOrder.size()), GL_UNSIGNED_INT, vecOrder.data());
+    glDisable(GL_POINT_SPRITE);
+}
+
 /// Draws a white line around the marked voxels as they are seen together; their own colours stay. Without a ring, a white ground for them.
-void C3DVolume::drawMarks(float fPixels, bool bRing)
+void C3DVolume::drawMarks(int nPixels, bool bRing)
 {
     if (!m_pMarks)
         return;
     const std::vector<float>& vecPositions = m_pMarks.constData()->positions();
-    const auto drawSquares = [&](float fSize)
+    const auto drawSquares = [&](int nSize)
     {
-        setPointSize(fSize);
+        glPointSize(pointSize(nSize));
         glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vecPositions.size() / 3));
     };
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
-    glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, vecPositions.data());
     glColor4ub(255, 255, 255, 255);
     if (bRing)
@@ -167,14 +178,14 @@ void C3DVolume::drawMarks(float fPixels, bool bRing)
         glStencilOp(GL_REPLACE, GL_REPLACE, GL_REPLACE);
         glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
         glStencilFunc(GL_ALWAYS, 0, nRingBit);
-        drawSquares(fPixels + 2.0f * fRingPixels);
+        drawSquares(nPixels + 2 * nRingPixels);
         glStencilFunc(GL_ALWAYS, static_cast<GLint>(nRingBit), nRingBit);
-        drawSquares(fPixels);
+        drawSquares(nPixels);
         glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
         glStencilFunc(GL_EQUAL, 0, nRingBit);
         glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
     }
-    drawSquares(fPixels + 2.0f * fRingPixels);
+    drawSquares(nPixels + 2 * nRingPixels);
 }
 
 void C3DVolume::nameVoxels() const
@@ -186,30 +197,20 @@ void C3DVolume::nameVoxels() const
     if (nNames == 0)
         glPushName(0);
 
-    // What lies clearly outside is dropped here, since a name costs OpenGL ten times as much as this test.
-    const Matrix af = clipMatrix(objScope);
-    float afRows[4][4];
-    float afSlack[4];
-    for (std::size_t nRow = 0; nRow < 4; ++nRow)
+    // What lies clearly outside is dropped here, since a name costs OpenGL many times as much as this test.
+    const CClipVolume objClip(clipMatrix(objScope), objGeometry.extent());
+    const float* apCoordinates[3] = {objGeometry.coordinates(0), objGeometry.coordinates(1), objGeometry.coordinates(2)};
+    std::array<quint32, CClipVolume::nAtOnce> anInside;
+    for (std::size_t nFrom = 0; nFrom < objGeometry.size(); nFrom += CClipVolume::nAtOnce)
     {
-        double fLargest = std::abs(af[12 + nRow]);
-        for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
-            fLargest += std::abs(af[4 * nAxis + nRow]) * static_cast<double>(objGeometry.extent()[nAxis]);
-        for (std::size_t i = 0; i < 4; ++i)
-            afRows[nRow][i] = static_cast<float>(af[4 * i + nRow]);
-        afSlack[nRow] = fRoundingSlack * static_cast<float>(fLargest);
-    }
-    const auto dot = [&](std::size_t nRow, const float* p)
-    { return afRows[nRow][0] * p[0] + afRows[nRow][1] * p[1] + afRows[nRow][2] * p[2] + afRows[nRow][3]; };
-    const float* pPosition = objGeometry.positions();
-    for (std::size_t nPlace = 0; nPlace < objGeometry.size(); ++nPlace, pPosition += 3)
-    {
-        const float fEdge = dot(3, pPosition) + afSlack[3] + fClipSlack;
-        if (!(std::abs(dot(0, pPosition)) <= fEdge + afSlack[0]) || !(std::abs(dot(1, pPosition)) <= fEdge + afSlack[1]) ||
-            !(std::abs(dot(2, pPosition)) <= fEdge + afSlack[2]))
-            continue;
-        glLoadName(m_pBlock->name(static_cast<int>(objGeometry.voxel(nPlace))));
-        glRasterPos3fv(pPosition);
+        const std::size_t nTo = std::min(nFrom + CClipVolume::nAtOnce, objGeometry.size());
+        const std::size_t nInside = objClip.inside(apCoordinates, nFrom, nTo, anInside.data());
+        for (std::size_t i = 0; i < nInside; ++i)
+        {
+            const std::size_t nPlace = anInside[i];
+            glLoadName(objGeometry.name(nPlace));
+            glRasterPos3f(apCoordinates[0][nPlace], apCoordinates[1][nPlace], apCoordinates[2][nPlace]);
+        }
     }
     if (nNames == 0)
         glPopName();

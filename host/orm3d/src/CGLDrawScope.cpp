@@ -56,6 +56,7 @@ void disableArrays(int nVersion)
 CGLDrawScope::CGLDrawScope()
 {
     glGetFloatv(GL_PROJECTION_MATRIX, m_afProjection.data());
+    m_afProjectionBefore = m_afProjection;
     glGetFloatv(GL_MODELVIEW_MATRIX, m_afModelview.data());
     glGetIntegerv(GL_VIEWPORT, m_anViewport.data());
     const int nVersion = contextVersion();
@@ -115,10 +116,12 @@ CGLDrawScope::CGLDrawScope()
 
 CGLDrawScope::~CGLDrawScope()
 {
-    if (m_bCentred)
+    if (m_bPixels)
+        toScene();
+    if (m_afProjection != m_afProjectionBefore)
     {
         glMatrixMode(GL_PROJECTION);
-        glLoadMatrixf(m_afProjection.data());
+        glLoadMatrixf(m_afProjectionBefore.data());
     }
     if (m_nProgram != 0)
         glUseProgram(m_nProgram);
@@ -130,15 +133,13 @@ CGLDrawScope::~CGLDrawScope()
 
 void CGLDrawScope::centreDepth()
 {
-    const std::array<float, 16>& af = m_afProjection;
+    std::array<float, 16>& af = m_afProjection;
     const bool bOrthographic = af[3] == 0.0f && af[7] == 0.0f && af[11] == 0.0f && af[15] == 1.0f;
     if (!bOrthographic || af[14] == 0.0f)
         return;
-    std::array<float, 16> afCentred = af;
-    afCentred[14] = 0.0f;
+    af[14] = 0.0f;
     glMatrixMode(GL_PROJECTION);
-    glLoadMatrixf(afCentred.data());
-    m_bCentred = true;
+    glLoadMatrixf(af.data());
 }
 
 void CGLDrawScope::clipToViewport()
@@ -158,4 +159,27 @@ void CGLDrawScope::clipToViewport()
     }
     glScissor(nLeft, nBottom, std::max(0, nRight - nLeft), std::max(0, nTop - nBottom));
     glEnable(GL_SCISSOR_TEST);
+}
+
+void CGLDrawScope::toPixels()
+{
+    const int nWidth = m_anViewport[2];
+    const int nHeight = m_anViewport[3];
+    glViewport(m_anViewport[0] - 1, m_anViewport[1] - 1, nWidth + 2, nHeight + 2);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-1.0, nWidth + 1.0, -1.0, nHeight + 1.0, -1.0, 1.0);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    m_bPixels = true;
+}
+
+void CGLDrawScope::toScene()
+{
+    glViewport(m_anViewport[0], m_anViewport[1], m_anViewport[2], m_anViewport[3]);
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixf(m_afProjection.data());
+    glMatrixMode(GL_MODELVIEW);
+    glLoadMatrixf(m_afModelview.data());
+    m_bPixels = false;
 }

@@ -22,8 +22,12 @@ public:
     void centreDepth();
     /// Draws nothing outside of the viewport, not even a part of a large point.
     void clipToViewport();
+    /// From here on coordinates are pixels, from the lower left corner of the viewport on; what is just beyond its edge is not dropped.
+    void toPixels();
+    /// Coordinates are those of the scene again.
+    void toScene();
 
-    /// The matrices at the start, column by column.
+    /// The matrices of the scene, column by column.
     const std::array<float, 16>& projection() const { return m_afProjection; }
     const std::array<float, 16>& modelview() const { return m_afModelview; }
     /// x, y, width, height in pixels.
@@ -31,10 +35,11 @@ public:
 
 private:
     std::array<float, 16> m_afProjection;
+    std::array<float, 16> m_afProjectionBefore; ///< at the start
     std::array<float, 16> m_afModelview;
     std::array<int, 4> m_anViewport;
     unsigned int m_nProgram = 0; ///< shader program at the start
     bool m_bColorSum = false;    ///< colour sum at the start, which the attribute stack of Mesa 22 forgets
     bool m_bPrograms = false;    ///< the context knows shader programs
-    bool m_bCentred = false;     ///< the projection was changed
+    bool m_bPixels = false;      ///< coordinates are pixels
 };

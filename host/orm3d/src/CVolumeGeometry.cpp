@@ -41,9 +41,11 @@ CVolumeGeometry::CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, flo
     }
     std::sort(vecKeys.begin(), vecKeys.end());
 
-    m_vecPositions.resize(3 * nVoxels);
+    for (std::vector<float>& vecCoordinates : m_avecCoordinates)
+        vecCoordinates.resize(nVoxels);
     m_vecValues.resize(nVoxels);
-    m_vecVoxels.resize(nVoxels);
+    m_vecNames.resize(nVoxels);
+    std::vector<quint32> vecOrder(nVoxels);
     for (std::size_t nPlace = 0; nPlace < nVoxels; ++nPlace)
     {
         const auto nVoxel = static_cast<quint32>(vecKeys[nPlace]);
@@ -51,32 +53,36 @@ CVolumeGeometry::CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, flo
         const float afPosition[3] = {voxel.x, voxel.y, voxel.z};
         for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
         {
-            m_vecPositions[3 * nPlace + nAxis] = afPosition[nAxis];
+            m_avecCoordinates[nAxis][nPlace] = afPosition[nAxis];
             if (std::isfinite(afPosition[nAxis]))
                 m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(afPosition[nAxis]));
         }
-        m_vecVoxels[nPlace] = nVoxel;
+        vecOrder[nPlace] = nVoxel;
+        m_vecNames[nPlace] = static_cast<quint32>(voxel.nID);
         m_vecValues[nPlace] = std::isfinite(voxel.fValue) ? voxel.fValue : fLowest;
     }
     if (nVoxels > 0 && m_vecValues.back() > fLowest)
         m_fHighest = m_vecValues.back();
-    sortByPlace(vecVoxels, fVoxelSize);
+    sortByGrid(vecOrder, fVoxelSize);
 }
 
-void CVolumeGeometry::sortByPlace(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize)
+void CVolumeGeometry::sortByGrid(const std::vector<quint32>& vecVoxels, float fVoxelSize)
 {
-    const auto nVoxels = static_cast<std::size_t>(vecVoxels.size());
+    const std::size_t nVoxels = size();
     float afLow[3] = {std::numeric_limits<float>::max(), std::numeric_limits<float>::max(), std::numeric_limits<float>::max()};
-    for (std::size_t i = 0; i < 3 * nVoxels; ++i)
-        afLow[i % 3] = std::min(afLow[i % 3], m_vecPositions[i]);
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+    {
+        for (const float fCoordinate : m_avecCoordinates[nAxis])
+            afLow[nAxis] = std::min(afLow[nAxis], fCoordinate);
+    }
+    const auto step = [&](std::size_t nAxis, std::size_t nPlace)
+    { return gridStep(m_avecCoordinates[nAxis][nPlace], afLow[nAxis], fVoxelSize); };
 
     std::vector<std::pair<quint64, quint32>> vecCells(nVoxels); // cell and place, by voxel
     for (std::size_t nPlace = 0; nPlace < nVoxels; ++nPlace)
     {
-        const float* pPosition = m_vecPositions.data() + 3 * nPlace;
-        const quint64 nCell = gridStep(pPosition[2], afLow[2], fVoxelSize) << (2 * nBitsPerAxis) |
-                              gridStep(pPosition[1], afLow[1], fVoxelSize) << nBitsPerAxis | gridStep(pPosition[0], afLow[0], fVoxelSize);
-        vecCells[m_vecVoxels[nPlace]] = {nCell, static_cast<quint32>(nPlace)};
+        const quint64 nCell = step(2, nPlace) << (2 * nBitsPerAxis) | step(1, nPlace) << nBitsPerAxis | step(0, nPlace);
+        vecCells[vecVoxels[nPlace]] = {nCell, static_cast<quint32>(nPlace)};
     }
     if (!std::is_sorted(vecCells.begin(), vecCells.end())) // most loaders give the voxels in this order already
         std::sort(vecCells.begin(), vecCells.end());
@@ -93,6 +99,17 @@ void CVolumeGeometry::sortByPlace(const QVector<C3DVolume::Voxel>& vecVoxels, fl
     }
     m_vecPlanes.push_back(static_cast<quint32>(m_vecRows.size()));
     m_vecRows.push_back(static_cast<quint32>(nVoxels));
+}
+
+const float* CVolumeGeometry::positions() const
+{
+    if (m_vecPositions.empty())
+    {
+        m_vecPositions.resize(3 * size());
+        for (std::size_t i = 0; i < m_vecPositions.size(); ++i)
+            m_vecPositions[i] = m_avecCoordinates[i % 3][i / 3];
+    }
+    return m_vecPositions.data();
 }
 
 std::vector<quint8> CVolumeGeometry::opacities() const

@@ -17,12 +17,14 @@ public:
     CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize);
 
     std::size_t size() const { return m_vecValues.size(); }
-    /// x, y, z of each place, one after the other: a vertex array.
-    const float* positions() const { return m_vecPositions.data(); }
+    /// Coordinates of each place along an axis, 0 for x to 2 for z.
+    const float* coordinates(std::size_t nAxis) const { return m_avecCoordinates[nAxis].data(); }
+    /// x, y, z of each place, one after the other: a vertex array, made when first asked for.
+    const float* positions() const;
     /// Values by place; those that are not finite come first, as the lowest number there is.
     const std::vector<float>& values() const { return m_vecValues; }
-    /// The number of the voxel at a place.
-    quint32 voxel(std::size_t nPlace) const { return m_vecVoxels[nPlace]; }
+    /// The OpenGL name of the voxel at a place.
+    quint32 name(std::size_t nPlace) const { return m_vecNames[nPlace]; }
     /// The highest finite value; 0 without any.
     float highest() const { return m_fHighest; }
     /// The largest absolute finite coordinate along each axis.
@@ -37,11 +39,13 @@ public:
     std::vector<quint32> backToFront(std::size_t nFirst, bool bNearerWithX, bool bNearerWithY, bool bNearerWithZ) const;
 
 private:
-    void sortByPlace(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize);
+    /// @param vecVoxels the number of the voxel at each place
+    void sortByGrid(const std::vector<quint32>& vecVoxels, float fVoxelSize);
 
-    std::vector<float> m_vecPositions;
+    std::array<std::vector<float>, 3> m_avecCoordinates;
+    mutable std::vector<float> m_vecPositions; ///< empty until needed
     std::vector<float> m_vecValues;
-    std::vector<quint32> m_vecVoxels;
+    std::vector<quint32> m_vecNames;
     std::vector<quint32> m_vecGrid;   ///< places by ascending z, then y, then x
     std::vector<quint32> m_vecRows;   ///< where in m_vecGrid a row (same z and y) begins, and the end
     std::vector<quint32> m_vecPlanes; ///< where in m_vecRows a plane (same z) begins, and the end
