@@ -256,12 +256,15 @@ private slots:
         QFETCH(double, fWished);
         QFETCH(bool, bWhole);
         QFETCH(int, nMost);
-        const COrmXYPlotAxis::SXAxis sAxis = COrmXYPlotAxis::layout(fMin, fMax, fWished, bWhole, nMost);
-        QTEST(sAxis.m_fFirst, "fFirst");
-        QTEST(sAxis.m_fStep, "fStep");
-        QTEST(sAxis.m_nTicks, "nTicks");
-        QVERIFY(sAxis.m_fLower < fMin);
-        QVERIFY(sAxis.m_fUpper > fMax);
+        const COrmXYPlotAxis::SAxis sAxis = COrmXYPlotAxis::xAxis({fMin, fMax}, fWished, bWhole, nMost);
+        QVERIFY(!sAxis.m_vecTicks.empty());
+        QTEST(sAxis.m_vecTicks.front(), "fFirst");
+        QTEST(static_cast<int>(sAxis.m_vecTicks.size()), "nTicks");
+        QFETCH(double, fStep);
+        for (std::size_t i = 1; i < sAxis.m_vecTicks.size(); ++i)
+            QVERIFY(std::fabs(sAxis.m_vecTicks[i] - sAxis.m_vecTicks[i - 1] - fStep) <= 1e-9 * fStep);
+        QVERIFY(sAxis.m_sRange.m_fLower < fMin);
+        QVERIFY(sAxis.m_sRange.m_fUpper > fMax);
     }
 
     // ---- Pictures -------------------------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QHash>
 #include <QImage>
@@ -27,19 +28,23 @@ struct DISPLAY_SETTINGS
     POINT_PROPERTIES objPointProperties; ///< look of the points
 };
 
-/// A plot of named data lines over a common x axis, with axis labels and a legend.
+/// A plot of named data lines over a common x axis, with axis labels and a legend. The point under the pointer tells its numbers. The
+/// left button pulls up a part to be shown, the wheel magnifies around the pointer, the middle button (or the left one with Shift) moves
+/// what is shown, and a double click shows everything again; what was magnified stays so while the data range over the same. The context
+/// menu has the display modes, the logarithmic axis, and the ways to take picture and numbers away.
 class COrmXYPlot : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// What is drawn of a line; any other value means the first. Beside a line, points need bPointVisible as well. A line of a single point
-    /// shows it in every mode. Where a value is missing (not finite) the line is interrupted.
+    /// What is drawn of a line; any other value means the first. Beside a line, points need bPointVisible as well. Where a value is missing
+    /// (not finite) the line is interrupted; a point without neighbours is shown in every mode.
     enum DISPLAY_MODE
     {
         LineMode = 1,
         LineAndPointsMode = 2,
-        PointsMode = 3
+        PointsMode = 3,
+        BarsMode = 4
     };
 
     /// One data line.
@@ -93,8 +98,22 @@ public:
     void setXAxisRangeStep(double fStep);
     double xAxisRangeStep() const;
 
-    /// The plot as it would be shown now, in its own size, whether or not it is on screen.
+    /// A logarithmic y axis, or a linear one as at first. Values that a logarithmic axis can not show are left out, and a line below the
+    /// plot says so.
+    void setLogarithmic(bool bLogarithmic);
+    bool isLogarithmic() const;
+
+    /// Whether only a part of the data is shown, as the user chose it.
+    bool isZoomed() const;
+
+    /// The plot as it would be shown now, in its own size, whether or not it is on screen. What only helps the pointer is not in it.
     QImage getPrintImage();
+
+    /// The numbers of all lines as comma-separated values, see COrmXYPlotTable.
+    QByteArray numbers() const;
+    /// Writes them to a file, which appears complete or not at all.
+    /// @param strReason why not, if the result is false
+    bool saveNumbers(const QString& strPath, QString& strReason) const;
 
     /// The lines by name.
     const QHash<QString, DATALINE_INFO*>& dataLines() const { return m_hashDataLines; }
@@ -102,9 +121,19 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+public slots:
+    /// Ends a magnification.
+    void showEverything();
+    void copyPicture();
+    void copyNumbers();
+    /// Asks for a file and writes the numbers to it; says so if that fails.
+    void askAndSaveNumbers();
+
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void contextMenuEvent(QContextMenuEvent* pEvent) override;
 
 private:
     struct SPrivate;
@@ -114,7 +143,7 @@ private:
     bool takeNewValues(const QString& strName, DATALINE_INFO* pLine);
 
     QHash<QString, DATALINE_INFO*> m_hashDataLines; ///< owned
-    std::unique_ptr<SPrivate> m_p;                  ///< the drawing side
+    std::unique_ptr<SPrivate> m_p;                  ///< the drawing side and the pointer
 };
 
 template <typename X, typename Y>
