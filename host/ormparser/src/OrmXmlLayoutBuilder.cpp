@@ -116,7 +116,8 @@ void OrmXmlLayoutBuilder::endRow(quint32 nEnd)
     }
     if (m_objBatch.m_nEnd > m_objBatch.m_nStart)
         closeBatch(m_objBatch, false);
-    closeBatch(m_objRow, nBytes > OrmDocumentLimits::nXmlRowBytes || m_objRow.m_nElements > OrmDocumentLimits::nXmlRowElements);
+    const int nInside = m_objRow.m_nElements - 1; // the row itself was counted too
+    closeBatch(m_objRow, nBytes > OrmDocumentLimits::nXmlRowBytes || nInside > OrmDocumentLimits::nXmlRowElements);
 }
 
 void OrmXmlLayoutBuilder::closeBatch(const SLoad& objLoad, bool bOversized)
