@@ -41,7 +41,16 @@ inline long long peak()
 }
 } // namespace MemoryMeter
 
-#ifdef __SANITIZE_ADDRESS__
+// One compiler has a macro for it, the other a question.
+#if defined(__SANITIZE_ADDRESS__)
+#define ORM_ADDRESS_SANITIZER
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ORM_ADDRESS_SANITIZER
+#endif
+#endif
+
+#ifdef ORM_ADDRESS_SANITIZER
 
 // The sanitizer has hooks of its own; not every compiler comes with their header.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*fnMalloc)(const volatile void*,
