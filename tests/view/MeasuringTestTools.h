@@ -4,6 +4,7 @@
 
 #include "ViewTestTools.h"
 
+#include <QDebug>
 #include <QMouseEvent>
 #include <QRectF>
 #include <QSet>
@@ -73,14 +74,14 @@ inline void showMeasuring(CRecordingView& view, const QList<sAnalysisBase>& lstR
     view.onSelectVoxelS(true);
 }
 
-/// Three results, of which the second is smaller, off the origin and of other voxels.
+/// Three results, of which the second is smaller, off the origin and of other voxels. A millimetre is about thirteen pixels.
 inline QList<sAnalysisBase> threeResults()
 {
     SResultRecipe objLarge;
     objLarge.nVoxelEdge = 9;
     SResultRecipe objSmall;
     objSmall.objSize = Coord3d(14.0, 11.0, 16.0);
-    objSmall.objCenter = Coord3d(30.0, -7.0, 12.0);
+    objSmall.objCenter = Coord3d(2.5, -3.25, 1.5);
     objSmall.nVoxelEdge = 6;
     objSmall.fMin = 100.0f;
     objSmall.fMax = 900.0f;
@@ -116,6 +117,35 @@ inline QPointF scenePlace(const CRecordingView& view, int nResult, const QPointF
     const QRect rect = pictureOf(view, nResult);
     return {view.m_dBoxMinX + (pt.x() - rect.x()) / rect.width() * (view.m_dBoxMaxX - view.m_dBoxMinX),
             view.m_dBoxMinY + (pt.y() - rect.y()) / rect.height() * (view.m_dBoxMaxY - view.m_dBoxMinY)};
+}
+
+/// x1, y1, x2, y2 in the scene that a drag gives, lower left corner first.
+inline QVector<float> drawnRectangle(const CRecordingView& view, int nResult, const QPoint& ptFrom, const QPoint& ptTo)
+{
+    const QPointF ptFirst = scenePlace(view, nResult, ptFrom);
+    const QPointF ptSecond = scenePlace(view, nResult, ptTo);
+    return {float(qMin(ptFirst.x(), ptSecond.x())), float(qMin(ptFirst.y(), ptSecond.y())), float(qMax(ptFirst.x(), ptSecond.x())),
+            float(qMax(ptFirst.y(), ptSecond.y()))};
+}
+
+/// The same with the upper left corner first.
+inline QVector<float> topFirst(const QVector<float>& vecRectangle)
+{
+    return {vecRectangle[0], vecRectangle[3], vecRectangle[2], vecRectangle[1]};
+}
+
+/// Equal but for rounding; otherwise the two are told.
+inline bool isAbout(const QVector<float>& vecSeen, const QVector<float>& vecExpected)
+{
+    for (int i = 0; i < 4; ++i)
+    {
+        if (std::fabs(vecSeen[i] - vecExpected[i]) > 1e-4f)
+        {
+            qWarning() << "rectangle" << vecSeen << "expected" << vecExpected;
+            return false;
+        }
+    }
+    return true;
 }
 
 /// The centre of a voxel in a tile turned by angles about x, y and z: x and y in window pixels, z in millimetres before the middle.

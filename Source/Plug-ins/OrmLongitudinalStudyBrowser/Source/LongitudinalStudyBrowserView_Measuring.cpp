@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <new>
+#include <optional>
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -54,7 +55,7 @@ bool isFlat(const sAnalysisBase& objResult)
     return objResult.fSelectLeft == objResult.fSelectRight || objResult.fSelectTop == objResult.fSelectBottom;
 }
 
-/// The matrices and the viewport that OpenGL has when it is made. What they can not invert stays 0.
+/// The matrices and the viewport that OpenGL has when it is made.
 class CTileProjection
 {
 public:
@@ -73,11 +74,14 @@ public:
         return rectWindow;
     }
 
-    SRectangle toScene(const SRectangle& rect) const
+    /// Nothing where a tile has no extent, and so no place in the scene.
+    std::optional<SRectangle> toScene(const SRectangle& rect) const
     {
         SRectangle rectScene;
-        unproject(rect.fX1, rect.fY1, rectScene.fX1, rectScene.fY1);
-        unproject(rect.fX2, rect.fY2, rectScene.fX2, rectScene.fY2);
+        if (!unproject(rect.fX1, rect.fY1, rectScene.fX1, rectScene.fY1) || !unproject(rect.fX2, rect.fY2, rectScene.fX2, rectScene.fY2))
+        {
+            return std::nullopt;
+        }
         return rectScene;
     }
 
@@ -88,10 +92,12 @@ private:
         gluProject(fX, fY, 0.0, m_afModelview.data(), m_afProjection.data(), m_anViewport.data(), &fWindowX, &fWindowY, &fDepth);
     }
 
-    void unproject(double fX, double fY, double& fSceneX, double& fSceneY) const
+    bool unproject(double fX, double fY, double& fSceneX, double& fSceneY) const
     {
         double fDepth = 0.0;
-        gluUnProject(fX, fY, 0.0, m_afModelview.data(), m_afProjection.data(), m_anViewport.data(), &fSceneX, &fSceneY, &fDepth);
+        return gluUnProject(fX, fY, 0.0, m_afModelview.data(), m_afProjection.data(), m_anViewport.data(), &fSceneX, &fSceneY, &fDepth) ==
+                   GL_TRUE &&
+               std::isfinite(fSceneX) && std::isfinite(fSceneY);
     }
 
     std::array<double, 16> m_afModelview{};
@@ -235,10 +241,14 @@ void CLongitudinalStudyBrowserView::releaseTool(QMouseEvent* pEvent)
 bool CLongitudinalStudyBrowserView::updateSelectToolPosition(double dX1, double dY1, double dX2, double dY2, bool bActiveOnly)
 {
     setupViewForResult(m_nActiveResult);
-    const SRectangle rect = CTileProjection().toScene({dX1, dY1, dX2, dY2});
+    const std::optional<SRectangle> rect = CTileProjection().toScene({dX1, dY1, dX2, dY2});
+    if (!rect)
+    {
+        return true;
+    }
     // Lower left corner first, while the selection pass puts the upper left one first. Whoever reads a rectangle minds neither.
-    const SRectangle rectSorted = {std::min(rect.fX1, rect.fX2), std::min(rect.fY1, rect.fY2), std::max(rect.fX1, rect.fX2),
-                                   std::max(rect.fY1, rect.fY2)};
+    const SRectangle rectSorted = {std::min(rect->fX1, rect->fX2), std::min(rect->fY1, rect->fY2), std::max(rect->fX1, rect->fX2),
+                                   std::max(rect->fY1, rect->fY2)};
     if (!bActiveOnly)
     {
         for (sAnalysisBase& objResult : m_lstAnalysisParams)
@@ -315,9 +325,13 @@ bool CLongitudinalStudyBrowserView::doVoxelSelection(double dX1, double dY1, dou
     }
     setupViewForResult(nIndex);
     sAnalysisBase& objResult = m_lstAnalysisParams[nIndex];
-    const SRectangle rect = CTileProjection().toScene({dX1, dY1, dX2, dY2});
-    setRectangle(objResult,
-                 {std::min(rect.fX1, rect.fX2), std::max(rect.fY1, rect.fY2), std::max(rect.fX1, rect.fX2), std::min(rect.fY1, rect.fY2)});
+    const std::optional<SRectangle> rect = CTileProjection().toScene({dX1, dY1, dX2, dY2});
+    if (!rect)
+    {
+        return false;
+    }
+    setRectangle(objResult, {std::min(rect->fX1, rect->fX2), std::max(rect->fY1, rect->fY2), std::max(rect->fX1, rect->fX2),
+                             std::min(rect->fY1, rect->fY2)});
 
     const double fCenterX = std::fabs(dX1 + dX2) / 2.0;
     const double fCenterY = std::fabs(dY1 + dY2) / 2.0;
