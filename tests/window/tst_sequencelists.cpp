@@ -92,7 +92,6 @@ private slots:
     void namesThatHoldKindWords();
     void blankAtTheEndIsLost();
     void keptSlotsKeepThePrefix();
-    void contextMenuNeedsASelectedEntry();
     void manySequencesAreListedQuickly();
 };
 
@@ -598,28 +597,6 @@ void tst_sequencelists::keptSlotsKeepThePrefix()
     call(objTool, "onClickNOVASeqListWidgetItem", Q_ARG(QListWidgetItem*, &objItem));
     QCOMPARE(objTool.savedResults(), QStringList{QStringLiteral("dye with prefix")});
     QVERIFY(isSOLAShown(objTool)); // the kind is that of the last click
-}
-
-void tst_sequencelists::contextMenuNeedsASelectedEntry()
-{
-    CStudy objStudy;
-    CToolWindow objTool;
-    objTool.open(objStudy.folder());
-    auto* pList = objTool.get<QListWidget>("m_pSequenceNameLW");
-    const auto popup = []() { return QApplication::activePopupWidget(); };
-    call(objTool, "onMouseClicked", Q_ARG(QPoint, QPoint(3, 3)));
-    QVERIFY(popup() == nullptr);
-    pList->setCurrentRow(1, QItemSelectionModel::NoUpdate); // current, not selected
-    call(objTool, "onMouseClicked", Q_ARG(QPoint, QPoint(3, 3)));
-    QVERIFY(popup() == nullptr);
-    objTool.chooseSequence(QStringLiteral("SOLA S2"));
-    QContextMenuEvent objEvent(QContextMenuEvent::Mouse, pList->visualItemRect(pList->item(1)).center());
-    QApplication::sendEvent(pList->viewport(), &objEvent);
-    auto* pMenu = qobject_cast<QMenu*>(popup());
-    QVERIFY(pMenu != nullptr);
-    QCOMPARE(pMenu->actions().size(), 1);
-    QCOMPARE(pMenu->actions().first()->text(), QStringLiteral("Remove"));
-    pMenu->hide();
 }
 
 void tst_sequencelists::manySequencesAreListedQuickly()
