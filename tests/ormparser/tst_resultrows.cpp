@@ -237,11 +237,21 @@ void tst_resultrows::rowsHaveALimit_data()
 
     const int nElements = OrmDocumentLimits::nXmlRowElements;
     QTest::newRow("elements of a large row") << repeated("<x/>", 300) << true;
-    QTest::newRow("elements at the limit") << repeated("<x/>", nElements - 2) << true; // the row itself and its key count too
-    QTest::newRow("elements above it") << repeated("<x/>", nElements - 1) << false;
+    QTest::newRow("elements at the limit") << repeated("<x/>", nElements - 1) << true; // its key is one too
+    QTest::newRow("elements just below it") << repeated("<x/>", nElements - 2) << true;
+    QTest::newRow("elements above it") << repeated("<x/>", nElements) << false;
     QTest::newRow("nested elements above it") << repeated("<x><y/></x>", nElements / 2) << false;
     QTest::newRow("bytes of a large row") << repeated("<!-- remark -->", 100000) << true;
-    QTest::newRow("bytes above the limit") << repeated("<!-- remark -->", 1400000) << false;
+    // Around the inside stand the row's own tags and its key.
+    const auto remarks = [](qint64 nRowBytes)
+    {
+        const auto nBytes = static_cast<int>(nRowBytes) - static_cast<int>(qstrlen("<Row><Key>large</Key></Row>"));
+        const QByteArray baRemarks = repeated("<!-- remark -->", nBytes / 15 - 1);
+        return baRemarks + "<!--" + QByteArray(nBytes - baRemarks.size() - 7, 'x') + "-->";
+    };
+    QTest::newRow("bytes just below the limit") << remarks(OrmDocumentLimits::nXmlRowBytes - 1) << true;
+    QTest::newRow("bytes at the limit") << remarks(OrmDocumentLimits::nXmlRowBytes) << true;
+    QTest::newRow("bytes above the limit") << remarks(OrmDocumentLimits::nXmlRowBytes + 1) << false;
     QTest::newRow("bytes of one long remark") << QByteArray("<!--" + QByteArray(30000000, 'x') + "-->") << true;
     QTest::newRow("bytes of one long instruction") << QByteArray("<?x " + QByteArray(30000000, 'x') + "?>") << true;
     QTest::newRow("bytes of one long text") << QByteArray(30000000, 'x') << true;
