@@ -33,7 +33,7 @@ void setUp(QCommandLineParser& parser)
           "results that the unit fits.",
           "PATTERN"},
          {"unit", "Unit of the results: " + units().join(QStringLiteral(", ")) + " (cells sets both kinds).", "UNIT"},
-         {"view", "Write a picture of the view.", "FILE"},
+         {"view", "Write a picture of the view (bmp, jpg, png, eps, tif by its extension).", "FILE"},
          {"window", "Write a picture of the window.", "FILE"},
          {"report", "Write a report as JSON.", "FILE"},
          {"size", "Size of the view in pixels (1200x800).", "WxH", "1200x800"},

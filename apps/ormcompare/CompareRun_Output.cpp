@@ -1,11 +1,10 @@
 #include "CompareRun.h"
 
 #include "COrmXYPlot.h"
+#include "OrmImageFile.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QComboBox>
-#include <QFileInfo>
 #include <QPainter>
 #include <QRadioButton>
 #include <QSaveFile>
@@ -148,16 +147,13 @@ SLoadedResult CCompareRun::figures(const sAnalysisBase& result) const
 
 void CCompareRun::savePicture(const QString& strFile, const QImage& image)
 {
-    const QString strSuffix = QFileInfo(strFile).suffix().toLower();
-    QByteArray aBytes;
-    QBuffer buffer(&aBytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, strSuffix.isEmpty() ? "PNG" : strSuffix.toLatin1().constData()))
+    const QString strWrong = OrmImageFile::write(image, strFile);
+    if (!strWrong.isEmpty())
     {
-        fail(QStringLiteral("%1: pictures cannot be written as \"%2\".").arg(strFile, strSuffix));
+        fail(strWrong);
         return;
     }
-    save(strFile, aBytes);
+    say(QStringLiteral("Written: %1").arg(strFile));
 }
 
 void CCompareRun::save(const QString& strFile, const QByteArray& aBytes)

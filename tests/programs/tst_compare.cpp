@@ -24,6 +24,8 @@ private slots:
     void patternWithoutMatchIsAReason();
     void damagedResultLeavesTheOthers();
     void picturesHaveTheirSize();
+    void picturesAreWrittenInEveryFormat_data();
+    void picturesAreWrittenInEveryFormat();
     void framesAreMeasured();
     void lookChangesThePicture_data();
     void lookChangesThePicture();
@@ -130,6 +132,30 @@ void tst_Compare::picturesHaveTheirSize()
     QCOMPARE(view.size(), QSize(700, 430));
     const QImage window(path("window.png"));
     QVERIFY(window.width() > 700 && window.height() > 430);
+}
+
+void tst_Compare::picturesAreWrittenInEveryFormat_data()
+{
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QByteArray>("aBegin");
+    QTest::newRow("bmp") << "view.bmp" << QByteArray("BM");
+    QTest::newRow("jpg") << "view.jpg" << QByteArray("\xFF\xD8\xFF");
+    QTest::newRow("png") << "view.PNG" << QByteArray("\x89PNG");
+    QTest::newRow("eps") << "view.eps" << QByteArray("%!PS-Adobe-3");
+    QTest::newRow("tif") << "view.tif" << QByteArray("II*");
+    QTest::newRow("tiff") << "view.tiff" << QByteArray("II*");
+}
+
+void tst_Compare::picturesAreWrittenInEveryFormat()
+{
+    QFETCH(QString, strName);
+    QFETCH(QByteArray, aBegin);
+    const SProgramRun run = compare({"--load", "SOLA PM20260302_L/*mm", "--size", "300x200", "--view", path(strName)});
+    QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
+    QFile file(path(strName));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.read(aBegin.size()), aBegin);
+    QVERIFY(file.size() > 1000);
 }
 
 void tst_Compare::framesAreMeasured()
@@ -263,7 +289,7 @@ void tst_Compare::unwritableFileIsAReason()
 {
     const SProgramRun run = compare({"--load", "SOLA PM20260302_L/*mm", "--view", path("no/such/folder/view.png")});
     QCOMPARE(run.m_nExit, 1);
-    QVERIFY2(run.m_strError.contains("view.png cannot be written"), qPrintable(run.m_strError));
+    QVERIFY2(run.m_strError.contains("The picture was not saved as \"view.png\""), qPrintable(run.m_strError));
 }
 
 void tst_Compare::folderWithoutSequencesIsAReason()
