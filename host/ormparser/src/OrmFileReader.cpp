@@ -2,6 +2,7 @@
 
 #include "COrmLog.h"
 #include "COrmProcess.h"
+#include "OrmArray.h"
 #include "OrmBeneath.h"
 
 #include <QDir>
@@ -10,7 +11,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -64,17 +64,6 @@ bool sameFile(const struct stat& objBefore, const struct stat& objAfter)
            objBefore.st_mtim.tv_sec == objAfter.st_mtim.tv_sec && objBefore.st_mtim.tv_nsec == objAfter.st_mtim.tv_nsec;
 }
 
-/// Asks for large pages under the whole of them that lie within a buffer: filling a large buffer in small pages costs more time in the
-/// kernel than reading the file does. Where there are none nothing happens.
-void preferLargePages(char* pBuffer, qint64 nBytes)
-{
-    constexpr quintptr nLargePage = 2097152;
-    const auto nStart = (reinterpret_cast<quintptr>(pBuffer) + nLargePage - 1) / nLargePage * nLargePage;
-    const auto nEnd = (reinterpret_cast<quintptr>(pBuffer) + static_cast<quintptr>(nBytes)) / nLargePage * nLargePage;
-    if (nEnd > nStart)
-        madvise(pBuffer + (nStart - reinterpret_cast<quintptr>(pBuffer)), nEnd - nStart, MADV_HUGEPAGE);
-}
-
 /// Fills the buffer. Returns an empty text, or why that failed.
 QString readAll(int nDescriptor, char* pBuffer, qint64 nBytes)
 {
@@ -115,7 +104,7 @@ QString readDescriptor(int nDescriptor, QByteArray& baContent, qint64 nMaxBytes)
     try
     {
         QByteArray baRead(static_cast<int>(nBytes), Qt::Uninitialized);
-        preferLargePages(baRead.data(), nBytes);
+        OrmLargePages::prefer(baRead.data(), nBytes);
         const QString strError = readAll(nDescriptor, baRead.data(), nBytes);
         if (!strError.isEmpty())
             return strError;
