@@ -135,7 +135,7 @@ void refinement(benchmark::State& state)
     if (!isSame(refined(objVolume, nullptr, true), PlainRefinement::refined(sCube, nMargin, nParts, nPasses)))
         state.SkipWithError("other amounts than the reference");
     compare(
-        state, "of_plain", [&] { benchmark::DoNotOptimize(refined(objVolume, nullptr).getVoxelByNum(0)); },
+        state, "of_plain", [&] { benchmark::DoNotOptimize(refined(objVolume, nullptr).values().data()); },
         [&] { benchmark::DoNotOptimize(PlainRefinement::refined(sCube, nMargin, nParts, nPasses).m_vecAmounts.data()); });
     state.counters["voxels"] = static_cast<double>(refined(objVolume, nullptr).getNoOfVoxels());
 }
@@ -146,8 +146,8 @@ void refinementInSurface(benchmark::State& state)
     const C3DVolume objVolume = makeVolume(makeCube(nEdge));
     IA3D::mesh objSurface = makeSurface(nEdge, 20000);
     compare(
-        state, "of_unlimited", [&] { benchmark::DoNotOptimize(refined(objVolume, &objSurface).getVoxelByNum(0)); },
-        [&] { benchmark::DoNotOptimize(refined(objVolume, nullptr).getVoxelByNum(0)); });
+        state, "of_unlimited", [&] { benchmark::DoNotOptimize(refined(objVolume, &objSurface).values().data()); },
+        [&] { benchmark::DoNotOptimize(refined(objVolume, nullptr).values().data()); });
     state.counters["voxels"] = static_cast<double>(refined(objVolume, &objSurface).getNoOfVoxels());
 }
 } // namespace

@@ -494,20 +494,21 @@ void tst_volume::latticeFindsCells()
     CVoxelLattice objLattice;
     QString strReason;
     const QVector<Voxel> vecVoxels = {{10.5f, -2.0f, 3.0f, 1, 1}, {11.0f, -3.0f, 3.0f, 2, 1}, {12.5f, -2.0f, 4.0f, 3, 1}};
-    QVERIFY2(objLattice.fit(vecVoxels, 0.5, &strReason), qPrintable(strReason));
+    const auto fit = [&](double fPitch) { return objLattice.fit(&vecVoxels[0].x, 3, sizeof(Voxel) / sizeof(float), fPitch, &strReason); };
+    QVERIFY2(fit(0.5), qPrintable(strReason));
     QCOMPARE(objLattice.cells(0), qint64(5));
     QCOMPARE(objLattice.cells(1), qint64(3));
     QCOMPARE(objLattice.cells(2), qint64(3));
     QCOMPARE(objLattice.origin(0), 10.5);
     QCOMPARE(objLattice.origin(1), -3.0);
-    QCOMPARE(objLattice.cellOf(&vecVoxels[0].x), quint32(2 * 5));
-    QCOMPARE(objLattice.cellOf(&vecVoxels[1].x), quint32(1));
-    QCOMPARE(objLattice.cellOf(&vecVoxels[2].x), quint32(2 * 15 + 2 * 5 + 4));
+    QCOMPARE(objLattice.cellOf(vecVoxels[0].x, vecVoxels[0].y, vecVoxels[0].z), quint32(2 * 5));
+    QCOMPARE(objLattice.cellOf(vecVoxels[1].x, vecVoxels[1].y, vecVoxels[1].z), quint32(1));
+    QCOMPARE(objLattice.cellOf(vecVoxels[2].x, vecVoxels[2].y, vecVoxels[2].z), quint32(2 * 15 + 2 * 5 + 4));
     QCOMPARE(objLattice.refinedCellCount(2, 4), qint64(36) * 28 * 28);
     QCOMPARE(objLattice.refinedCellCount(0, 1000000), qint64(-1));
     QCOMPARE(objLattice.refinedCellCount(std::numeric_limits<qint64>::max(), 4), qint64(-1));
-    QVERIFY(!objLattice.fit(vecVoxels, 0.0, nullptr));
-    QVERIFY(!objLattice.fit(vecVoxels, std::numeric_limits<double>::quiet_NaN(), nullptr));
+    QVERIFY(!fit(0.0));
+    QVERIFY(!fit(std::numeric_limits<double>::quiet_NaN()));
 }
 
 void tst_volume::subdivisionFollowsTheVoxelSize()

@@ -87,14 +87,14 @@ bool refine(C3DVolume& objVolume, const Shapes::SSurface& sSurface, unsigned lon
 
 PlainRefinement::SGrid plainGrid(const C3DVolume& objVolume, CVoxelLattice& objLattice)
 {
-    if (!objLattice.fit(objVolume.voxels(), static_cast<double>(objVolume.getVoxelSize()), nullptr))
+    if (!objLattice.fit(objVolume, nullptr))
         QTest::qFail("the test's own volume is off any grid", __FILE__, __LINE__);
     PlainRefinement::SGrid sGrid;
     sGrid.m_anCells = {static_cast<long>(objLattice.cells(0)), static_cast<long>(objLattice.cells(1)),
                        static_cast<long>(objLattice.cells(2))};
     sGrid.m_vecAmounts.assign(static_cast<std::size_t>(objLattice.cellCount()), 0.0);
     for (const Voxel& voxel : objVolume.voxels())
-        sGrid.m_vecAmounts[objLattice.cellOf(&voxel.x)] = std::max(0.0, static_cast<double>(voxel.fValue));
+        sGrid.m_vecAmounts[objLattice.cellOf(voxel.x, voxel.y, voxel.z)] = std::max(0.0, static_cast<double>(voxel.fValue));
     return sGrid;
 }
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "C3DObject.h"
 #include "COrmPalette.h"
+#include "SVoxelArrays.h"
 
 #include <QSharedDataPointer>
 #include <QVector>
@@ -54,6 +55,10 @@ public:
     bool loadVoxelData(float fVoxelSize, unsigned long nVoxels, C3DVolume::Voxel* pVoxels, float fMin, float fMax);
     /// The same with an array that is taken over instead of copied.
     bool takeVoxelData(float fVoxelSize, QVector<Voxel> vecVoxels, float fMin, float fMax);
+    /// The same with separate arrays, which must be of the same length. The voxels take new numbers.
+    bool takeVoxels(float fVoxelSize, SVoxelArrays sVoxels, float fMin, float fMax);
+    /// The same for voxels that stay where they are and get other values, one for each.
+    bool takeValues(OrmArray<float> vecValues, float fMin, float fMax);
 
     /// With true and GL_RENDER: draws the voxels with the current matrices. With GL_SELECT: loads the name of each voxel whose centre
     /// is inside the clip volume, with a hit record of one name for each, whatever its value. OpenGL state is left as it was,
@@ -70,8 +75,13 @@ public:
 
     /// The voxel at this position, or null. It is shared by all copies of the volume: to be read, not to be written.
     C3DVolume::Voxel* getVoxelByNum(int nVoxel);
-    /// All voxels.
+    /// All voxels as records, for whom separate arrays do not serve: they are made at the first call of this or of getVoxelByNum(), and
+    /// stay as long as the voxels.
     const QVector<Voxel>& voxels() const;
+    /// The centres of all voxels along an axis (0 x, 1 y, 2 z), millimetres.
+    const OrmArray<float>& coordinates(std::size_t nAxis) const;
+    /// The values of all voxels.
+    const OrmArray<float>& values() const;
 
     /// True returns the display threshold to its default; false does nothing.
     void setAllDefaultThreshold(bool bDefault);
@@ -91,6 +101,7 @@ public:
     void setLogScale(int nLogScale) { m_objPalette.setLogScale(nLogScale); }
 
 private:
+    void setBlock(float fVoxelSize, std::shared_ptr<const CVoxelBlock> pBlock, float fMin, float fMax);
     const CVolumeLook& look();
     void drawVoxels();
     void drawMarks(int nPixels, bool bRing);

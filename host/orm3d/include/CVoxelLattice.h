@@ -20,10 +20,10 @@ public:
     /// above 0 and finite, a coordinate is not finite, a voxel is off the grid, two share a cell, or the box has more than nMaxCells
     /// cells. No voxels at all give a grid without cells.
     /// @param pCoordinates x, y, z of the first voxel
-    /// @param nStride      bytes from one voxel's coordinates to the next one's
+    /// @param nStride      floats from one voxel's x to the next one's
     bool fit(const float* pCoordinates, qint64 nVoxels, std::size_t nStride, double fPitch, QString* pstrReason);
     /// The same for the voxels of a volume.
-    bool fit(const QVector<C3DVolume::Voxel>& vecVoxels, double fPitch, QString* pstrReason);
+    bool fit(const C3DVolume& objVolume, QString* pstrReason);
 
     /// Number of cells along an axis (0 x, 1 y, 2 z).
     qint64 cells(int nAxis) const { return m_anCells[static_cast<std::size_t>(nAxis)]; }
@@ -31,8 +31,8 @@ public:
     /// Centre of the first cell along an axis, millimetres.
     double origin(int nAxis) const { return m_afOrigin[static_cast<std::size_t>(nAxis)]; }
     double pitch() const { return m_fPitch; }
-    /// The cell of a voxel that the grid was found from, by its x, y, z.
-    quint32 cellOf(const float* pCoordinates) const;
+    /// The cell of a voxel that the grid was found from, by its coordinates.
+    quint32 cellOf(float fX, float fY, float fZ) const;
 
     /// Parts into which a voxel of this edge is split along each axis to be shown smoothly: 4 from 1 mm on, 2 from 0.5 mm on, else 1.
     static int subdivision(float fVoxelSize);
@@ -41,6 +41,7 @@ public:
 
 private:
     struct SCoordinates;
+    bool fit(const SCoordinates& sCoordinates, double fPitch, QString* pstrReason);
     bool fitAxis(const SCoordinates& sCoordinates, std::size_t nAxis, QString* pstrReason);
     bool isFree(const SCoordinates& sCoordinates, QString* pstrReason) const;
 

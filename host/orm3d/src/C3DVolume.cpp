@@ -25,6 +25,28 @@ float clampedToFloat(double fValue)
     constexpr double fMost = std::numeric_limits<float>::max();
     return static_cast<float>(std::clamp(fValue, -fMost, fMost));
 }
+
+bool isVoxelSize(float fVoxelSize)
+{
+    if (fVoxelSize > 0.0f && std::isfinite(fVoxelSize))
+        return true;
+    ORM_LOG(3, QStringLiteral("A volume was refused: its voxel size %1 is not above 0.").arg(static_cast<double>(fVoxelSize)));
+    return false;
+}
+
+bool refuseCounts(std::size_t nCoordinates, std::size_t nValues)
+{
+    ORM_LOG(3, QStringLiteral("A volume was refused: there are %1 coordinates and %2 values.").arg(nCoordinates).arg(nValues));
+    return false;
+}
+
+/// Takes one scene object number per voxel; returns the first.
+long takeNumbers(std::size_t nVoxels)
+{
+    const long nFirst = C3DSGNode::m_nObjectCount;
+    C3DSGNode::m_nObjectCount += static_cast<long>(nVoxels);
+    return nFirst;
+}
 } // namespace
 
 C3DVolume::C3DVolume(QString strName)
@@ -58,21 +80,62 @@ bool C3DVolume::loadVoxelData(float fVoxelSize, unsigned long nVoxels, C3DVolume
 
 bool C3DVolume::takeVoxelData(float fVoxelSize, QVector<Voxel> vecVoxels, float fMin, float fMax)
 {
-    if (!(fVoxelSize > 0.0f) || !std::isfinite(fVoxelSize))
-    {
-        ORM_LOG(3, QStringLiteral("A volume was refused: its voxel size %1 is not above 0.").arg(static_cast<double>(fVoxelSize)));
+    if (!isVoxelSize(fVoxelSize))
         return false;
+    setBlock(fVoxelSize, std::make_shared<const CVoxelBlock>(fVoxelSize, std::move(vecVoxels)), fMin, fMax);
+    return true;
+}
+
+bool C3DVolume::takeVoxels(float fVoxelSize, SVoxelArrays sVoxels, float fMin, float fMax)
+{
+    const std::size_t nVoxels = sVoxels.m_vecValues.size();
+    for (const OrmArray<float>& vecCoordinates : sVoxels.m_avecCoordinates)
+    {
+        if (vecCoordinates.size() != nVoxels)
+            return refuseCounts(vecCoordinates.size(), nVoxels);
     }
+    if (!isVoxelSize(fVoxelSize))
+        return false;
+    auto pCoordinates = std::make_shared<const SVoxelArrays::Coordinates>(std::move(sVoxels.m_avecCoordinates));
+    setBlock(fVoxelSize,
+             std::make_shared<const CVoxelBlock>(fVoxelSize, std::move(pCoordinates), std::move(sVoxels.m_vecValues), takeNumbers(nVoxels)),
+             fMin, fMax);
+    return true;
+}
+
+bool C3DVolume::takeValues(OrmArray<float> vecValues, float fMin, float fMax)
+{
+    const std::size_t nVoxels = vecValues.size();
+    if (nVoxels != m_pBlock->size())
+        return refuseCounts(m_pBlock->size(), nVoxels);
+    setBlock(m_fVoxelSize,
+             std::make_shared<const CVoxelBlock>(m_fVoxelSize, m_pBlock->coordinates(), std::move(vecValues), takeNumbers(nVoxels)), fMin,
+             fMax);
+    return true;
+}
+
+/// Puts voxels in the place of those that are there.
+void C3DVolume::setBlock(float fVoxelSize, std::shared_ptr<const CVoxelBlock> pBlock, float fMin, float fMax)
+{
     m_fVoxelSize = fVoxelSize;
-    m_nVoxels = vecVoxels.size();
+    m_nVoxels = static_cast<long>(pBlock->size());
     m_fAttribMin = fMin;
     m_fAttribMax = fMax;
-    m_pBlock = std::make_shared<const CVoxelBlock>(fVoxelSize, std::move(vecVoxels));
+    m_pBlock = std::move(pBlock);
     m_pLook.reset();
     m_pMarks = nullptr;
     if (std::isfinite(fMin) && std::isfinite(fMax))
         m_objPalette.SetImageMinMax(static_cast<double>(fMin), static_cast<double>(fMax));
-    return true;
+}
+
+const OrmArray<float>& C3DVolume::coordinates(std::size_t nAxis) const
+{
+    return m_pBlock->coordinates(nAxis);
+}
+
+const OrmArray<float>& C3DVolume::values() const
+{
+    return m_pBlock->values();
 }
 
 const QVector<C3DVolume::Voxel>& C3DVolume::voxels() const
@@ -94,9 +157,9 @@ void C3DVolume::addToVoxelSelection(long nID)
     if (vecVoxels.empty())
         return;
     if (!m_pMarks)
-        m_pMarks = new CVolumeMarks(m_pBlock->voxels().size());
+        m_pMarks = new CVolumeMarks(m_pBlock->size());
     for (const quint32 nVoxel : vecVoxels)
-        m_pMarks->add(nVoxel, m_pBlock->voxels().at(static_cast<int>(nVoxel)));
+        m_pMarks->add(nVoxel, m_pBlock->coordinates(0)[nVoxel], m_pBlock->coordinates(1)[nVoxel], m_pBlock->coordinates(2)[nVoxel]);
 }
 
 void C3DVolume::clearAllVoxelSelection()
@@ -106,24 +169,20 @@ void C3DVolume::clearAllVoxelSelection()
 
 bool C3DVolume::isVoxelSelected(int nVoxel) const
 {
-    return m_pMarks && nVoxel >= 0 && nVoxel < m_pBlock->voxels().size() && m_pMarks->isMarked(static_cast<quint32>(nVoxel));
+    return m_pMarks && nVoxel >= 0 && nVoxel < m_nVoxels && m_pMarks->isMarked(static_cast<quint32>(nVoxel));
 }
 
 float C3DVolume::getTotalFluxForSelectedVoxels(bool bSelected)
 {
     double fSum = 0.0;
-    const QVector<Voxel>& vecVoxels = m_pBlock->voxels();
-    const auto add = [&](const Voxel& voxel)
-    {
-        if (std::isfinite(voxel.fValue))
-            fSum += static_cast<double>(voxel.fValue);
-    };
+    const auto add = [&](float fValue) { fSum += std::isfinite(fValue) ? static_cast<double>(fValue) : 0.0; };
+    const OrmArray<float>& vecValues = m_pBlock->values();
     if (!bSelected)
-        std::for_each(vecVoxels.cbegin(), vecVoxels.cend(), add);
+        std::for_each(vecValues.cbegin(), vecValues.cend(), add);
     else if (m_pMarks)
     {
         for (const quint32 nVoxel : m_pMarks.constData()->voxels())
-            add(vecVoxels.at(static_cast<int>(nVoxel)));
+            add(vecValues[nVoxel]);
     }
     return clampedToFloat(fSum);
 }
@@ -146,7 +205,7 @@ void C3DVolume::setColorTable(int nPosition, float fLow, float fHigh)
 
 void C3DVolume::render(bool bDraw, unsigned int nMode)
 {
-    if (!m_bShown || m_pBlock->voxels().isEmpty())
+    if (!m_bShown || m_pBlock->size() == 0)
         return;
     if (nMode == GL_SELECT)
         nameVoxels();

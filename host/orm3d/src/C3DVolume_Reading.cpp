@@ -74,7 +74,7 @@ bool checkVoxels(const std::vector<float>& vecNumbers, const SHeader& sHeader)
     }
     CVoxelLattice objLattice;
     QString strReason;
-    if (!objLattice.fit(vecNumbers.data(), sHeader.m_nCount, 4 * sizeof(float), static_cast<double>(sHeader.m_fVoxelSize), &strReason))
+    if (!objLattice.fit(vecNumbers.data(), sHeader.m_nCount, 4, static_cast<double>(sHeader.m_fVoxelSize), &strReason))
         return refuse(strReason);
     if (sHeader.m_nCount > 0 && objLattice.refinedCellCount(nRefinementMargin, CVoxelLattice::subdivision(sHeader.m_fVoxelSize)) < 0)
         return refuse(QStringLiteral("its box of %1 x %2 x %3 cells would have more than %4 cells when refined.")
@@ -103,19 +103,22 @@ bool C3DVolume::loadFromXML(CPLResultXMLWrapper* pWrapper, const QString& strKin
         COrmProcess::keepAlive();
         if (!checkVoxels(vecNumbers, sHeader))
             return false;
+        const auto nVoxels = static_cast<std::size_t>(sHeader.m_nCount);
 
-        QVector<Voxel> vecVoxels(sHeader.m_nCount);
-        float fMin = sHeader.m_nCount > 0 ? vecNumbers[3] : 0.0f;
-        float fMax = fMin;
-        const float* pNumbers = vecNumbers.data();
-        for (Voxel& voxel : vecVoxels)
+        SVoxelArrays sVoxels;
+        for (OrmArray<float>& vecCoordinates : sVoxels.m_avecCoordinates)
+            vecCoordinates.resize(nVoxels);
+        sVoxels.m_vecValues.resize(nVoxels);
+        for (std::size_t i = 0; i < nVoxels; ++i)
         {
-            voxel = {pNumbers[0], pNumbers[1], pNumbers[2], m_nObjectCount++, pNumbers[3]};
-            fMin = std::min(fMin, voxel.fValue);
-            fMax = std::max(fMax, voxel.fValue);
-            pNumbers += 4;
+            for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+                sVoxels.m_avecCoordinates[nAxis][i] = vecNumbers[4 * i + nAxis];
+            sVoxels.m_vecValues[i] = vecNumbers[4 * i + 3];
         }
-        return takeVoxelData(sHeader.m_fVoxelSize, std::move(vecVoxels), fMin, fMax);
+        const auto pairEnds = std::minmax_element(sVoxels.m_vecValues.cbegin(), sVoxels.m_vecValues.cend());
+        const float fMin = nVoxels > 0 ? *pairEnds.first : 0.0f;
+        const float fMax = nVoxels > 0 ? *pairEnds.second : 0.0f;
+        return takeVoxels(sHeader.m_fVoxelSize, std::move(sVoxels), fMin, fMax);
     }
     catch (const std::bad_alloc&)
     {

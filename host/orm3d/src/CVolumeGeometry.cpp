@@ -1,5 +1,7 @@
 #include "CVolumeGeometry.h"
 
+#include "CVoxelBlock.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -30,36 +32,40 @@ quint64 gridStep(float fCoordinate, double fLow, double fPitch)
 }
 } // namespace
 
-CVolumeGeometry::CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize)
+CVolumeGeometry::CVolumeGeometry(const CVoxelBlock& objVoxels, float fVoxelSize)
 {
-    const auto nVoxels = static_cast<std::size_t>(vecVoxels.size());
+    const std::size_t nVoxels = objVoxels.size();
+    const auto finiteValue = [&](std::size_t nVoxel)
+    {
+        const float fValue = objVoxels.values()[nVoxel];
+        return std::isfinite(fValue) ? fValue : fLowest;
+    };
     std::vector<quint64> vecKeys(nVoxels);
     for (std::size_t i = 0; i < nVoxels; ++i)
-    {
-        const float fValue = vecVoxels[static_cast<int>(i)].fValue;
-        vecKeys[i] = static_cast<quint64>(orderedBits(std::isfinite(fValue) ? fValue : fLowest)) << 32 | i;
-    }
+        vecKeys[i] = static_cast<quint64>(orderedBits(finiteValue(i))) << 32 | i;
     std::sort(vecKeys.begin(), vecKeys.end());
 
-    for (std::vector<float>& vecCoordinates : m_avecCoordinates)
-        vecCoordinates.resize(nVoxels);
     m_vecValues.resize(nVoxels);
     m_vecNames.resize(nVoxels);
     std::vector<quint32> vecOrder(nVoxels);
     for (std::size_t nPlace = 0; nPlace < nVoxels; ++nPlace)
     {
         const auto nVoxel = static_cast<quint32>(vecKeys[nPlace]);
-        const C3DVolume::Voxel& voxel = vecVoxels[static_cast<int>(nVoxel)];
-        const float afPosition[3] = {voxel.x, voxel.y, voxel.z};
-        for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
-        {
-            m_avecCoordinates[nAxis][nPlace] = afPosition[nAxis];
-            if (std::isfinite(afPosition[nAxis]))
-                m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(afPosition[nAxis]));
-        }
         vecOrder[nPlace] = nVoxel;
-        m_vecNames[nPlace] = static_cast<quint32>(voxel.nID);
-        m_vecValues[nPlace] = std::isfinite(voxel.fValue) ? voxel.fValue : fLowest;
+        m_vecNames[nPlace] = objVoxels.name(nVoxel);
+        m_vecValues[nPlace] = finiteValue(nVoxel);
+    }
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+    {
+        std::vector<float>& vecCoordinates = m_avecCoordinates[nAxis];
+        vecCoordinates.reserve(nVoxels);
+        for (const quint32 nVoxel : vecOrder)
+            vecCoordinates.push_back(objVoxels.coordinates(nAxis)[nVoxel]);
+        for (const float fCoordinate : vecCoordinates)
+        {
+            if (std::isfinite(fCoordinate))
+                m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(fCoordinate));
+        }
     }
     if (nVoxels > 0 && m_vecValues.back() > fLowest)
         m_fHighest = m_vecValues.back();

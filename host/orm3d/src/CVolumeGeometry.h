@@ -1,12 +1,12 @@
 #pragma once
 
-#include "C3DVolume.h"
-
-#include <QVector>
+#include <QtGlobal>
 
 #include <array>
 #include <cstddef>
 #include <vector>
+
+class CVoxelBlock;
 
 /// The voxels of a volume in the order in which they are drawn, whatever their colours: by ascending value, so that what lies above
 /// a threshold is one stretch at the end, and so that later ones may overwrite earlier ones in a maximum intensity projection. A number
@@ -14,7 +14,7 @@
 class CVolumeGeometry
 {
 public:
-    CVolumeGeometry(const QVector<C3DVolume::Voxel>& vecVoxels, float fVoxelSize);
+    CVolumeGeometry(const CVoxelBlock& objVoxels, float fVoxelSize);
 
     std::size_t size() const { return m_vecValues.size(); }
     /// Coordinates of each place along an axis, 0 for x to 2 for z.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "C3DVolume.h"
-
 #include <QSharedData>
 
+#include <cstddef>
 #include <vector>
 
 /// The marked voxels of a volume.
@@ -11,16 +10,16 @@ class CVolumeMarks : public QSharedData
 {
 public:
     /// None of nVoxels voxels is marked.
-    explicit CVolumeMarks(int nVoxels) : m_vecMarked(static_cast<std::size_t>(nVoxels), false) {}
+    explicit CVolumeMarks(std::size_t nVoxels) : m_vecMarked(nVoxels, false) {}
 
     bool isMarked(quint32 nVoxel) const { return m_vecMarked[nVoxel]; }
-    void add(quint32 nVoxel, const C3DVolume::Voxel& voxel)
+    void add(quint32 nVoxel, float fX, float fY, float fZ)
     {
         if (m_vecMarked[nVoxel])
             return;
         m_vecMarked[nVoxel] = true;
         m_vecVoxels.push_back(nVoxel);
-        m_vecPositions.insert(m_vecPositions.end(), {voxel.x, voxel.y, voxel.z});
+        m_vecPositions.insert(m_vecPositions.end(), {fX, fY, fZ});
     }
     /// The marked voxels, in the order in which they were marked.
     const std::vector<quint32>& voxels() const { return m_vecVoxels; }

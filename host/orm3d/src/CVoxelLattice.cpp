@@ -9,14 +9,11 @@
 /// The coordinates of voxels wherever they stand in memory.
 struct CVoxelLattice::SCoordinates
 {
-    const float* m_pFirst;
+    std::array<const float*, 3> m_apFirst; ///< along x, y and z
     qint64 m_nCount;
-    std::size_t m_nStride; ///< bytes
+    std::size_t m_nStride; ///< floats from a voxel to the next
 
-    const float* of(qint64 nVoxel) const
-    {
-        return reinterpret_cast<const float*>(reinterpret_cast<const char*>(m_pFirst) + m_nStride * static_cast<std::size_t>(nVoxel));
-    }
+    float of(qint64 nVoxel, std::size_t nAxis) const { return m_apFirst[nAxis][m_nStride * static_cast<std::size_t>(nVoxel)]; }
 };
 
 namespace
@@ -36,20 +33,28 @@ QString axisName(std::size_t nAxis)
 }
 } // namespace
 
-bool CVoxelLattice::fit(const QVector<C3DVolume::Voxel>& vecVoxels, double fPitch, QString* pstrReason)
+bool CVoxelLattice::fit(const C3DVolume& objVolume, QString* pstrReason)
 {
-    return fit(vecVoxels.isEmpty() ? nullptr : &vecVoxels.constData()->x, vecVoxels.size(), sizeof(C3DVolume::Voxel), fPitch, pstrReason);
+    return fit(
+        {{objVolume.coordinates(0).data(), objVolume.coordinates(1).data(), objVolume.coordinates(2).data()}, objVolume.m_nVoxels, 1},
+        static_cast<double>(objVolume.m_fVoxelSize), pstrReason);
 }
 
 bool CVoxelLattice::fit(const float* pCoordinates, qint64 nVoxels, std::size_t nStride, double fPitch, QString* pstrReason)
+{
+    if (nVoxels <= 0)
+        return fit({{nullptr, nullptr, nullptr}, 0, nStride}, fPitch, pstrReason);
+    return fit({{pCoordinates, pCoordinates + 1, pCoordinates + 2}, nVoxels, nStride}, fPitch, pstrReason);
+}
+
+bool CVoxelLattice::fit(const SCoordinates& sCoordinates, double fPitch, QString* pstrReason)
 {
     *this = CVoxelLattice();
     if (!(fPitch > 0.0) || !std::isfinite(fPitch))
         return refuse(pstrReason, QStringLiteral("The voxel size %1 is not above 0.").arg(fPitch));
     m_fPitch = fPitch;
-    if (nVoxels <= 0)
+    if (sCoordinates.m_nCount <= 0)
         return true;
-    const SCoordinates sCoordinates{pCoordinates, nVoxels, nStride};
     for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
     {
         if (!fitAxis(sCoordinates, nAxis, pstrReason))
@@ -66,15 +71,15 @@ bool CVoxelLattice::fit(const float* pCoordinates, qint64 nVoxels, std::size_t n
 
 bool CVoxelLattice::fitAxis(const SCoordinates& sCoordinates, std::size_t nAxis, QString* pstrReason)
 {
-    const double fStart = sCoordinates.of(0)[nAxis];
-    const auto steps = [&](qint64 nVoxel) { return (static_cast<double>(sCoordinates.of(nVoxel)[nAxis]) - fStart) / m_fPitch; };
+    const double fStart = static_cast<double>(sCoordinates.of(0, nAxis));
+    const auto steps = [&](qint64 nVoxel) { return (static_cast<double>(sCoordinates.of(nVoxel, nAxis)) - fStart) / m_fPitch; };
 
     double fLowest = 0.0;
     double fHighest = 0.0;
     double fLargest = 0.0;
     for (qint64 i = 0; i < sCoordinates.m_nCount; ++i)
     {
-        const double fCoordinate = sCoordinates.of(i)[nAxis];
+        const auto fCoordinate = static_cast<double>(sCoordinates.of(i, nAxis));
         if (!std::isfinite(fCoordinate))
             return refuse(pstrReason, QStringLiteral("Voxel %1 has no finite %2.").arg(i).arg(axisName(nAxis)));
         const double fSteps = steps(i);
@@ -112,7 +117,7 @@ bool CVoxelLattice::isFree(const SCoordinates& sCoordinates, QString* pstrReason
     std::vector<bool> vecTaken(static_cast<std::size_t>(cellCount()), false);
     for (qint64 i = 0; i < sCoordinates.m_nCount; ++i)
     {
-        const quint32 nCell = cellOf(sCoordinates.of(i));
+        const quint32 nCell = cellOf(sCoordinates.of(i, 0), sCoordinates.of(i, 1), sCoordinates.of(i, 2));
         if (vecTaken[nCell])
             return refuse(pstrReason, QStringLiteral("Voxel %1 lies in a cell that already has one.").arg(i));
         vecTaken[nCell] = true;
@@ -120,12 +125,13 @@ bool CVoxelLattice::isFree(const SCoordinates& sCoordinates, QString* pstrReason
     return true;
 }
 
-quint32 CVoxelLattice::cellOf(const float* pCoordinates) const
+quint32 CVoxelLattice::cellOf(float fX, float fY, float fZ) const
 {
+    const std::array<double, 3> afPlace = {static_cast<double>(fX), static_cast<double>(fY), static_cast<double>(fZ)};
     qint64 nCell = 0;
     for (std::size_t nAxis = 3; nAxis-- > 0;)
     {
-        const double fSteps = std::round((static_cast<double>(pCoordinates[nAxis]) - m_afOrigin[nAxis]) / m_fPitch);
+        const double fSteps = std::round((afPlace[nAxis] - m_afOrigin[nAxis]) / m_fPitch);
         const qint64 nStep = fSteps > 0.0 ? static_cast<qint64>(std::min(fSteps, static_cast<double>(m_anCells[nAxis] - 1))) : 0;
         nCell = nCell * m_anCells[nAxis] + nStep;
     }

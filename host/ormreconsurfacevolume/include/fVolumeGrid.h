@@ -4,13 +4,11 @@
 #include "CVoxelLattice.h"
 #include "bVolumeGrid.h"
 
-#include <QVector>
-
 #include <array>
 #include <functional>
 #include <vector>
 
-/// A grid of amounts. Margins, subdivision and averaging are noted, not carried out: the values are computed plane by plane when they are
+/// A grid of amounts. Margins, subdivision and averaging are noted, not carried out: the values are computed row by row when they are
 /// asked for, so that a refined grid takes hardly more memory than the volume that it was made of. Values below 0 count as 0.
 class fVolumeGrid : public bVolumeGrid
 {
@@ -19,7 +17,7 @@ public:
     ~fVolumeGrid() override;
 
     /// Makes the grid of a volume's voxels and the lattice found for them.
-    void assign(const CVoxelLattice& objLattice, const QVector<C3DVolume::Voxel>& vecVoxels);
+    void assign(const CVoxelLattice& objLattice, const C3DVolume& objVolume);
     /// Adds a margin of empty cells on every side. False, with the grid as it was, if it would have too many cells.
     bool paddingVoxels(unsigned long nMargin);
     /// Splits every cell into n x n x n parts. Amounts are densities: a part has 1 / n^3 of what trilinear interpolation between the
@@ -30,10 +28,10 @@ public:
     /// Brings the grid up to date: cells below the minimum become 0. A minimum of 0 leaves nothing to do, since no cell is below it.
     void update(double fMinimum);
 
-    /// Gets the amounts of plane nZ, x fastest, to be changed in place.
-    using FnPlane = std::function<void(long nZ, double* pAmounts)>;
+    /// Gets the amounts of a row along x, to be changed in place.
+    using FnRow = std::function<void(long nY, long nZ, float* pAmounts)>;
     /// Computes all amounts once, lets the function change them, and goes on from there.
-    void change(const FnPlane& fnPlane);
+    void change(const FnRow& fnRow);
 
     /// The amount in a cell, computed for it alone.
     double value(long nX, long nY, long nZ) const;

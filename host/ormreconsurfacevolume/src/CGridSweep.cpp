@@ -1,6 +1,24 @@
 #include "CGridSweep.h"
 
 #include <algorithm>
+#include <cmath>
+
+namespace
+{
+/// pOut[i] becomes the sum of the lines of nLength numbers that fnLine(t) gives, weighted by pWeights[t]; a null line counts as zeros.
+template <typename FnLine>
+void combineLines(float* pOut, long nLength, const double* pWeights, long nLines, FnLine fnLine)
+{
+    std::fill(pOut, pOut + nLength, 0.0f);
+    for (long t = 0; t < nLines; ++t)
+    {
+        const auto fWeight = static_cast<float>(pWeights[t]);
+        const float* pLine = fnLine(t);
+        for (long i = 0; pLine && i < nLength; ++i)
+            pOut[i] += fWeight * pLine[i];
+    }
+}
+} // namespace
 
 CGridSweep::CGridSweep(const fVolumeGrid& objGrid)
     : m_objGrid(objGrid),
@@ -8,78 +26,67 @@ CGridSweep::CGridSweep(const fVolumeGrid& objGrid)
       m_nHeight(objGrid.cells(1)),
       m_nSourceWidth(objGrid.sourceCells(0)),
       m_nSourceHeight(objGrid.sourceCells(1)),
+      m_vecRow(static_cast<std::size_t>(m_nWidth)),
+      m_vecRows(static_cast<std::size_t>(m_nWidth) * static_cast<std::size_t>(m_nSourceHeight)),
       m_vecSpread(static_cast<std::size_t>(std::max(1L, objGrid.band(2).width()))),
       m_vecSpreadZ(m_vecSpread.size(), -1)
 {
-    const std::size_t nPlane = static_cast<std::size_t>(m_nSourceWidth) * static_cast<std::size_t>(m_nSourceHeight);
-    auto itPlane = objGrid.source().cbegin();
-    for (long nZ = 0; nZ < objGrid.sourceCells(2); ++nZ, itPlane += static_cast<std::ptrdiff_t>(nPlane))
-        m_vecEmpty.push_back(std::all_of(itPlane, itPlane + static_cast<std::ptrdiff_t>(nPlane), [](float f) { return f == 0.0f; }));
-    m_vecPlane.resize(static_cast<std::size_t>(m_nWidth) * static_cast<std::size_t>(m_nHeight));
-    m_vecRows.resize(static_cast<std::size_t>(m_nWidth) * static_cast<std::size_t>(m_nSourceHeight));
-}
-
-bool CGridSweep::isEmpty(long nZ) const
-{
-    const CAxisBand& objBand = m_objGrid.band(2);
-    const auto itFirst = m_vecEmpty.cbegin() + objBand.first(nZ);
-    return std::all_of(itFirst, itFirst + objBand.count(nZ), [](bool bEmpty) { return bEmpty; });
-}
-
-const double* CGridSweep::plane(long nZ)
-{
-    const CAxisBand& objBand = m_objGrid.band(2);
-    std::fill(m_vecPlane.begin(), m_vecPlane.end(), 0.0);
-    for (long t = 0; t < objBand.count(nZ); ++t)
+    const long nPlane = m_nSourceWidth * m_nSourceHeight;
+    const float* pPlane = objGrid.source().data();
+    float fHighest = 0.0f;
+    for (long nZ = 0; nZ < objGrid.sourceCells(2); ++nZ, pPlane += nPlane)
     {
-        const long nSourceZ = objBand.first(nZ) + t;
-        if (m_vecEmpty[static_cast<std::size_t>(nSourceZ)])
-            continue;
-        const double fWeight = objBand.weights(nZ)[t] * m_objGrid.factor();
-        const double* pSpread = spreadPlane(nSourceZ);
-        double* pOut = m_vecPlane.data();
-        for (std::size_t i = 0; i < m_vecPlane.size(); ++i)
-            pOut[i] += fWeight * pSpread[i];
+        const float fOfPlane = nPlane > 0 ? *std::max_element(pPlane, pPlane + nPlane) : 0.0f;
+        m_vecEmpty.push_back(!(fOfPlane > 0.0f));
+        fHighest = std::max(fHighest, fOfPlane);
     }
-    return m_vecPlane.data();
+    int nExponent = 0;
+    std::frexp(static_cast<double>(fHighest), &nExponent);
+    m_fSourceUnit = std::ldexp(1.0, nExponent); // a power of two: dividing by it changes no digit
 }
 
-const double* CGridSweep::spreadPlane(long nSourceZ)
+const float* CGridSweep::row(long nY, long nZ)
+{
+    const CAxisBand& objBand = m_objGrid.band(2);
+    combineLines(m_vecRow.data(), m_nWidth, objBand.weights(nZ), objBand.count(nZ),
+                 [&](long t) -> const float*
+                 {
+                     const long nSourceZ = objBand.first(nZ) + t;
+                     return m_vecEmpty[static_cast<std::size_t>(nSourceZ)] ? nullptr : spreadPlane(nSourceZ) + nY * m_nWidth;
+                 });
+    return m_vecRow.data();
+}
+
+const float* CGridSweep::spreadPlane(long nSourceZ)
 {
     const std::size_t nSlot = static_cast<std::size_t>(nSourceZ) % m_vecSpread.size();
-    std::vector<double>& vecSpread = m_vecSpread[nSlot];
+    std::vector<float>& vecSpread = m_vecSpread[nSlot];
     if (m_vecSpreadZ[nSlot] == nSourceZ)
         return vecSpread.data();
     m_vecSpreadZ[nSlot] = nSourceZ;
 
-    const CAxisBand& objAlongX = m_objGrid.band(0);
     const float* pSource = m_objGrid.source().data() + nSourceZ * m_nSourceHeight * m_nSourceWidth;
-    double* pRow = m_vecRows.data();
-    for (long nY = 0; nY < m_nSourceHeight; ++nY, pSource += m_nSourceWidth)
-    {
-        for (long nX = 0; nX < m_nWidth; ++nX)
-        {
-            const float* pFirst = pSource + objAlongX.first(nX);
-            const double* pWeights = objAlongX.weights(nX);
-            double fSum = 0.0;
-            for (long t = 0; t < objAlongX.count(nX); ++t)
-                fSum += pWeights[t] * static_cast<double>(pFirst[t]);
-            *pRow++ = fSum;
-        }
-    }
-
-    const CAxisBand& objAlongY = m_objGrid.band(1);
-    vecSpread.assign(m_vecPlane.size(), 0.0);
+    for (long nY = 0; nY < m_nSourceHeight; ++nY)
+        spreadRow(pSource + nY * m_nSourceWidth, m_vecRows.data() + nY * m_nWidth);
+    const CAxisBand& objBand = m_objGrid.band(1);
+    vecSpread.resize(static_cast<std::size_t>(m_nWidth) * static_cast<std::size_t>(m_nHeight));
     for (long nY = 0; nY < m_nHeight; ++nY)
-    {
-        double* pOut = vecSpread.data() + nY * m_nWidth;
-        for (long t = 0; t < objAlongY.count(nY); ++t)
-        {
-            const double fWeight = objAlongY.weights(nY)[t];
-            const double* pTerm = m_vecRows.data() + (objAlongY.first(nY) + t) * m_nWidth;
-            for (long nX = 0; nX < m_nWidth; ++nX)
-                pOut[nX] += fWeight * pTerm[nX];
-        }
-    }
+        combineLines(vecSpread.data() + nY * m_nWidth, m_nWidth, objBand.weights(nY), objBand.count(nY),
+                     [&](long t) { return m_vecRows.data() + (objBand.first(nY) + t) * m_nWidth; });
     return vecSpread.data();
+}
+
+/// Spreads a row of source cells along x.
+void CGridSweep::spreadRow(const float* pSource, float* pOut) const
+{
+    const CAxisBand& objBand = m_objGrid.band(0);
+    for (long nX = 0; nX < m_nWidth; ++nX)
+    {
+        const float* pFirst = pSource + objBand.first(nX);
+        const double* pWeights = objBand.weights(nX);
+        double fSum = 0.0;
+        for (long t = 0; t < objBand.count(nX); ++t)
+            fSum += pWeights[t] * static_cast<double>(pFirst[t]);
+        pOut[nX] = static_cast<float>(fSum / m_fSourceUnit);
+    }
 }

@@ -20,20 +20,16 @@ bool VolumeInterp::triLinearInterp(unsigned long nFactor)
     if (!objInside.isUsable())
         return true;
     const long nWidth = m_objGrid.cells(0);
-    const long nHeight = m_objGrid.cells(1);
     m_objGrid.change(
-        [&](long nZ, double* pAmounts)
+        [&](long nY, long nZ, float* pAmounts)
         {
-            for (long nY = 0; nY < nHeight; ++nY, pAmounts += nWidth)
+            long nDone = 0;
+            for (const CInsideRuns::SRun* p = objInside.begin(nY, nZ); p != objInside.end(nY, nZ); ++p)
             {
-                long nDone = 0;
-                for (const CInsideRuns::SRun* p = objInside.begin(nY, nZ); p != objInside.end(nY, nZ); ++p)
-                {
-                    std::fill(pAmounts + nDone, pAmounts + p->m_nFirst, 0.0);
-                    nDone = p->m_nEnd;
-                }
-                std::fill(pAmounts + nDone, pAmounts + nWidth, 0.0);
+                std::fill(pAmounts + nDone, pAmounts + p->m_nFirst, 0.0f);
+                nDone = p->m_nEnd;
             }
+            std::fill(pAmounts + nDone, pAmounts + nWidth, 0.0f);
         });
     return true;
 }

@@ -6,55 +6,87 @@
 #include "COrmProcess.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <utility>
 #include <vector>
 
 namespace
 {
-constexpr double fLeastFraction = 1e-3; ///< of the highest amount: what is below it is not worth a voxel
+constexpr float fLeastFraction = 1e-3f; ///< of the highest amount: what is below it is not worth a voxel
+
+/// Combines numbers in an order in which a processor can take several at once.
+template <typename Value, typename FnCombine>
+Value combined(const float* pNumbers, std::size_t nNumbers, Value start, FnCombine fnCombine)
+{
+    constexpr std::size_t nLanes = 16;
+    std::array<Value, nLanes> aLanes;
+    aLanes.fill(start);
+    const std::size_t nWhole = nNumbers - nNumbers % nLanes;
+    for (std::size_t i = 0; i < nWhole; i += nLanes)
+    {
+        for (std::size_t nLane = 0; nLane < nLanes; ++nLane)
+            aLanes[nLane] = fnCombine(aLanes[nLane], static_cast<Value>(pNumbers[i + nLane]));
+    }
+    for (std::size_t i = nWhole; i < nNumbers; ++i)
+        aLanes[i - nWhole] = fnCombine(aLanes[i - nWhole], static_cast<Value>(pNumbers[i]));
+    return std::accumulate(aLanes.begin(), aLanes.end(), start, fnCombine);
+}
+
+const auto fnHigher = [](float f1, float f2) { return f1 < f2 ? f2 : f1; };
+const auto fnLower = [](float f1, float f2) { return f2 < f1 ? f2 : f1; };
 
 /// Calls fnRun(first amount, number of amounts, x of the first, y, z) for every run of cells to be kept.
 template <typename FnRun>
 void forEachRun(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, FnRun fnRun)
 {
-    const long nWidth = objGrid.cells(0);
+    const CInsideRuns::SRun sWhole = {0, objGrid.cells(0)};
     for (long nZ = 0; nZ < objGrid.cells(2); ++nZ)
     {
         COrmProcess::keepAlive();
-        const double* pRow = objSweep.plane(nZ);
-        for (long nY = 0; nY < objGrid.cells(1); ++nY, pRow += nWidth)
+        for (long nY = 0; nY < objGrid.cells(1); ++nY)
         {
-            if (!pInside)
-            {
-                fnRun(pRow, nWidth, 0L, nY, nZ);
+            const CInsideRuns::SRun* pBegin = pInside ? pInside->begin(nY, nZ) : &sWhole;
+            const CInsideRuns::SRun* pEnd = pInside ? pInside->end(nY, nZ) : &sWhole + 1;
+            if (pBegin == pEnd)
                 continue;
-            }
-            for (const CInsideRuns::SRun* p = pInside->begin(nY, nZ); p != pInside->end(nY, nZ); ++p)
-                fnRun(pRow + p->m_nFirst, p->m_nEnd - p->m_nFirst, p->m_nFirst, nY, nZ);
+            const float* pRow = objSweep.row(nY, nZ);
+            for (const CInsideRuns::SRun* p = pBegin; p != pEnd; ++p)
+                fnRun(pRow + p->m_nFirst, static_cast<std::size_t>(p->m_nEnd - p->m_nFirst), p->m_nFirst, nY, nZ);
         }
     }
 }
 
-double highestAmount(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside)
+/// What is known of a grid's amounts before any of them is kept.
+struct SBounds
 {
-    double fHighest = 0.0;
+    float m_fHighest = 0.0f;
+    std::size_t m_nMost = 0; ///< no more amounts than these are worth a voxel
+};
+
+SBounds boundsOf(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, float fFraction)
+{
+    SBounds sBounds;
     forEachRun(objGrid, objSweep, pInside,
-               [&](const double* pAmounts, long nCount, long, long, long)
+               [&](const float* pAmounts, std::size_t nCount, long, long, long)
                {
-                   for (long i = 0; i < nCount; ++i)
-                       fHighest = std::max(fHighest, pAmounts[i]);
+                   sBounds.m_fHighest = combined(pAmounts, nCount, sBounds.m_fHighest, fnHigher);
+                   const float fLeast = fFraction * sBounds.m_fHighest; // of all that was seen so far, so that too many are counted
+                   sBounds.m_nMost += static_cast<std::size_t>(
+                       std::count_if(pAmounts, pAmounts + nCount, [=](float fAmount) { return fAmount >= fLeast; }));
                });
-    return fHighest;
+    return sBounds;
 }
 
 /// What a grid becomes.
 struct SKept
 {
-    QVector<C3DVolume::Voxel> m_vecVoxels;
+    SVoxelArrays m_sVoxels;
     float m_fMin = 0.0f; ///< of the values; 0 without any
     float m_fMax = 0.0f;
 };
@@ -63,67 +95,65 @@ struct SKept
 SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside)
 {
     SKept sKept;
+    auto& [vecX, vecY, vecZ] = sKept.m_sVoxels.m_avecCoordinates;
     forEachRun(objGrid, objSweep, pInside,
-               [&](const double*, long nCount, long nFirst, long nY, long nZ)
+               [&](const float*, std::size_t nCount, long nFirst, long nY, long nZ)
                {
-                   for (long nX = nFirst; nX < nFirst + nCount; ++nX)
+                   for (long nX = nFirst; nX < nFirst + static_cast<long>(nCount); ++nX)
                    {
                        if (!objGrid.isFilled(nX, nY, nZ))
                            continue;
                        const Coord3d objCentre = objGrid.cellCentre(nX, nY, nZ);
-                       sKept.m_vecVoxels.append({static_cast<float>(objCentre.x), static_cast<float>(objCentre.y),
-                                                 static_cast<float>(objCentre.z), C3DSGNode::m_nObjectCount++, 0.0f});
+                       vecX.push_back(static_cast<float>(objCentre.x));
+                       vecY.push_back(static_cast<float>(objCentre.y));
+                       vecZ.push_back(static_cast<float>(objCentre.z));
                    }
                });
+    sKept.m_sVoxels.m_vecValues.resize(vecX.size(), 0.0f);
     return sKept;
 }
 
-/// The cells from fLeast on, scaled to the total that the grid was made of. They are counted first and written once.
-SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, double fLeast, double fHighest)
+/// The cells from a fraction of the highest on, scaled to the total that the grid was made of.
+SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, const SBounds& sBounds, float fFraction)
 {
-    double fSum = 0.0;
-    double fLowest = fHighest;
-    qint64 nKept = 0;
-    forEachRun(objGrid, objSweep, pInside,
-               [&](const double* pAmounts, long nCount, long, long, long)
-               {
-                   for (long i = 0; i < nCount; ++i)
-                   {
-                       const bool bKept = pAmounts[i] >= fLeast;
-                       fSum += bKept ? pAmounts[i] : 0.0;
-                       fLowest = bKept && pAmounts[i] < fLowest ? pAmounts[i] : fLowest;
-                       nKept += bKept ? 1 : 0;
-                   }
-               });
-    constexpr double fMost = std::numeric_limits<float>::max();
-    const double fScale = fSum > 0.0 ? objGrid.sourceTotal() / fSum : 1.0;
-    const auto scaled = [=](double fAmount) { return static_cast<float>(std::min(fAmount * fScale, fMost)); };
-
     SKept sKept;
-    sKept.m_fMin = scaled(fLowest);
-    sKept.m_fMax = scaled(fHighest);
-    sKept.m_vecVoxels.reserve(static_cast<int>(nKept));
-    std::vector<float> vecX;
+    auto& [vecX, vecY, vecZ] = sKept.m_sVoxels.m_avecCoordinates;
+    OrmArray<float>& vecValues = sKept.m_sVoxels.m_vecValues;
+    for (OrmArray<float>* pArray : {&vecX, &vecY, &vecZ, &vecValues})
+        pArray->resize(sBounds.m_nMost + 1); // one more, which is written to and not kept
+    std::vector<float> vecCentres;
     for (long nX = 0; nX < objGrid.cells(0); ++nX)
-        vecX.push_back(static_cast<float>(objGrid.cellCentre(nX, 0, 0).x));
+        vecCentres.push_back(static_cast<float>(objGrid.cellCentre(nX, 0, 0).x));
+
+    const float fLeast = fFraction * sBounds.m_fHighest;
+    std::size_t nKept = 0;
     forEachRun(objGrid, objSweep, pInside,
-               [&](const double* pAmounts, long nCount, long nFirst, long nY, long nZ)
+               [&](const float* pAmounts, std::size_t nCount, long nFirst, long nY, long nZ)
                {
-                   const auto nInRun = std::count_if(pAmounts, pAmounts + nCount, [=](double fAmount) { return fAmount >= fLeast; });
-                   const int nBefore = sKept.m_vecVoxels.size();
-                   sKept.m_vecVoxels.resize(nBefore + static_cast<int>(nInRun));
-                   C3DVolume::Voxel* pVoxel = sKept.m_vecVoxels.data() + nBefore;
-                   const Coord3d objRow = objGrid.cellCentre(0, nY, nZ);
-                   const auto fY = static_cast<float>(objRow.y);
-                   const auto fZ = static_cast<float>(objRow.z);
-                   long nID = C3DSGNode::m_nObjectCount;
-                   C3DSGNode::m_nObjectCount += static_cast<long>(nInRun);
-                   for (long i = 0; i < nCount; ++i)
+                   const std::size_t nBefore = nKept;
+                   const float* pCentres = vecCentres.data() + nFirst;
+                   float* pX = vecX.data();
+                   float* pValues = vecValues.data();
+                   for (std::size_t i = 0; i < nCount; ++i) // without a branch: what is not kept is overwritten
                    {
-                       if (pAmounts[i] >= fLeast)
-                           *pVoxel++ = {vecX[static_cast<std::size_t>(nFirst + i)], fY, fZ, nID++, scaled(pAmounts[i])};
+                       pX[nKept] = pCentres[i];
+                       pValues[nKept] = pAmounts[i];
+                       nKept += pAmounts[i] >= fLeast ? 1 : 0;
                    }
+                   const Coord3d objRow = objGrid.cellCentre(0, nY, nZ);
+                   std::fill(vecY.data() + nBefore, vecY.data() + nKept, static_cast<float>(objRow.y));
+                   std::fill(vecZ.data() + nBefore, vecZ.data() + nKept, static_cast<float>(objRow.z));
                });
+    for (OrmArray<float>* pArray : {&vecX, &vecY, &vecZ, &vecValues})
+        pArray->resize(nKept);
+
+    constexpr double fMost = std::numeric_limits<float>::max();
+    const double fSum = combined(vecValues.data(), nKept, 0.0, std::plus<>());
+    const double fScale = fSum > 0.0 ? objGrid.sourceTotal() / fSum : objSweep.unit();
+    std::transform(vecValues.begin(), vecValues.end(), vecValues.begin(),
+                   [=](float fAmount) { return static_cast<float>(std::min(static_cast<double>(fAmount) * fScale, fMost)); });
+    sKept.m_fMax = combined(vecValues.data(), nKept, 0.0f, fnHigher);
+    sKept.m_fMin = combined(vecValues.data(), nKept, sKept.m_fMax, fnLower);
     return sKept;
 }
 
@@ -137,15 +167,16 @@ SKept voxelsOf(const fVolumeGrid& objGrid, const IA3D::mesh* pMesh, bool bAllCel
     if (!(objGrid.sourceTotal() > 0.0))
     {
         SKept sKept = emptyVoxels(objGrid, objSweep, pKept);
-        return sKept.m_vecVoxels.isEmpty() && pKept ? emptyVoxels(objGrid, objSweep, nullptr) : sKept;
+        return sKept.m_sVoxels.m_vecValues.empty() && pKept ? emptyVoxels(objGrid, objSweep, nullptr) : sKept;
     }
-    double fHighest = highestAmount(objGrid, objSweep, pKept);
-    if (!(fHighest > 0.0) && pKept)
+    const float fFraction = bAllCells ? 0.0f : fLeastFraction;
+    SBounds sBounds = boundsOf(objGrid, objSweep, pKept, fFraction);
+    if (!(sBounds.m_fHighest > 0.0f) && pKept)
     {
         pKept = nullptr;
-        fHighest = highestAmount(objGrid, objSweep, nullptr);
+        sBounds = boundsOf(objGrid, objSweep, nullptr, fFraction);
     }
-    return keptVoxels(objGrid, objSweep, pKept, bAllCells ? 0.0 : fLeastFraction * fHighest, fHighest);
+    return keptVoxels(objGrid, objSweep, pKept, sBounds, fFraction);
 }
 
 bool writeGrid(const fVolumeGrid& objGrid, C3DVolume& objTarget, const IA3D::mesh* pMesh, bool bAllCells)
@@ -153,7 +184,7 @@ bool writeGrid(const fVolumeGrid& objGrid, C3DVolume& objTarget, const IA3D::mes
     try
     {
         SKept sKept = voxelsOf(objGrid, pMesh, bAllCells);
-        return objTarget.takeVoxelData(static_cast<float>(objGrid.cellSize()), std::move(sKept.m_vecVoxels), sKept.m_fMin, sKept.m_fMax);
+        return objTarget.takeVoxels(static_cast<float>(objGrid.cellSize()), std::move(sKept.m_sVoxels), sKept.m_fMin, sKept.m_fMax);
     }
     catch (const std::bad_alloc&)
     {
@@ -215,12 +246,12 @@ bool VolumeSurfaceConversion::convert(C3DVolume& objSource, fVolumeGrid& objTarg
 {
     CVoxelLattice objLattice;
     QString strReason;
-    if (!objLattice.fit(objSource.voxels(), static_cast<double>(objSource.getVoxelSize()), &strReason))
+    if (!objLattice.fit(objSource, &strReason))
     {
         ORM_LOG(3, QStringLiteral("A volume has no grid: %1").arg(strReason));
         return false;
     }
-    objTarget.assign(objLattice, objSource.voxels());
+    objTarget.assign(objLattice, objSource);
     return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace
@@ -38,7 +39,7 @@ fVolumeGrid::fVolumeGrid() = default;
 
 fVolumeGrid::~fVolumeGrid() = default;
 
-void fVolumeGrid::assign(const CVoxelLattice& objLattice, const QVector<C3DVolume::Voxel>& vecVoxels)
+void fVolumeGrid::assign(const CVoxelLattice& objLattice, const C3DVolume& objVolume)
 {
     const QMutexLocker objLocker(&m_objMutex);
     for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
@@ -57,16 +58,17 @@ void fVolumeGrid::assign(const CVoxelLattice& objLattice, const QVector<C3DVolum
     m_vecSource.assign(static_cast<std::size_t>(cellCount()), 0.0f);
     m_vecFilled.assign(m_vecSource.size(), false);
     m_lstFilled.clear();
-    m_lstFilled.reserve(vecVoxels.size());
-    for (const C3DVolume::Voxel& voxel : vecVoxels)
+    const OrmArray<float>& vecValues = objVolume.values();
+    m_lstFilled.reserve(static_cast<int>(vecValues.size()));
+    for (std::size_t i = 0; i < vecValues.size(); ++i)
     {
-        const quint32 nCell = objLattice.cellOf(&voxel.x);
+        const quint32 nCell = objLattice.cellOf(objVolume.coordinates(0)[i], objVolume.coordinates(1)[i], objVolume.coordinates(2)[i]);
         m_vecFilled[nCell] = true;
         m_lstFilled.append(VoxelIndex{nCell});
-        if (!(voxel.fValue > 0.0f) || !std::isfinite(voxel.fValue))
+        if (!(vecValues[i] > 0.0f) || !std::isfinite(vecValues[i]))
             continue;
-        m_vecSource[nCell] = voxel.fValue;
-        m_fSourceTotal += static_cast<double>(voxel.fValue);
+        m_vecSource[nCell] = vecValues[i];
+        m_fSourceTotal += static_cast<double>(vecValues[i]);
     }
 }
 
@@ -110,33 +112,31 @@ void fVolumeGrid::update(double fMinimum)
     if (!(fMinimum > 0.0))
         return;
     change(
-        [&](long, double* pAmounts)
+        [&](long, long, float* pAmounts)
         {
-            std::for_each(pAmounts, pAmounts + m_anCells[0] * m_anCells[1],
-                          [&](double& fAmount)
-                          {
-                              if (fAmount < fMinimum)
-                                  fAmount = 0.0;
-                          });
+            const auto isTooLow = [=](float fAmount) { return static_cast<double>(fAmount) < fMinimum; };
+            std::replace_if(pAmounts, pAmounts + m_anCells[0], isTooLow, 0.0f);
         });
 }
 
-void fVolumeGrid::change(const FnPlane& fnPlane)
+void fVolumeGrid::change(const FnRow& fnRow)
 {
     const QMutexLocker objLocker(&m_objMutex);
-    const auto nPlane = static_cast<std::size_t>(m_anCells[0] * m_anCells[1]);
-    std::vector<float> vecAmounts;
-    vecAmounts.reserve(static_cast<std::size_t>(cellCount()));
-    std::vector<double> vecPlane(nPlane);
     CGridSweep objSweep(*this);
+    const double fUnit = objSweep.unit();
+    constexpr double fMost = std::numeric_limits<float>::max();
+    std::vector<float> vecAmounts(static_cast<std::size_t>(cellCount()));
+    float* pAmounts = vecAmounts.data();
     for (long nZ = 0; nZ < m_anCells[2]; ++nZ)
     {
         COrmProcess::keepAlive();
-        const double* pPlane = objSweep.plane(nZ);
-        std::copy(pPlane, pPlane + nPlane, vecPlane.begin());
-        fnPlane(nZ, vecPlane.data());
-        for (const double fAmount : vecPlane)
-            vecAmounts.push_back(static_cast<float>(std::max(fAmount, 0.0)));
+        for (long nY = 0; nY < m_anCells[1]; ++nY, pAmounts += m_anCells[0])
+        {
+            const float* pRow = objSweep.row(nY, nZ);
+            std::transform(pRow, pRow + m_anCells[0], pAmounts,
+                           [=](float fPart) { return static_cast<float>(std::min(fUnit * static_cast<double>(fPart), fMost)); });
+            fnRow(nY, nZ, pAmounts);
+        }
     }
     m_vecSource = std::move(vecAmounts);
     m_anBlockCells = m_anCells;

@@ -1,7 +1,6 @@
 #include "LongitudinalStudyBrowserWnd.h"
 
 #include "AnalysisRecords.h"
-#include "C3DSGNode.h"
 #include "COrmDataset.h"
 #include "COrmProcess.h"
 #include "COrmSequenceDataset.h"
@@ -11,8 +10,6 @@
 #include "SAnalysisBase.h"
 #include "SourceVoxels.h"
 #include "VolumeSurfaceConversion.h"
-
-#include <QVector>
 
 #include <new>
 #include <utility>
@@ -30,33 +27,20 @@ constexpr int g_nViewPixels = 960;
 /// leaves the volume as it is.
 void rescaleVolume(sAnalysisBase& objRecord, double f)
 {
-    C3DVolume& objVolume = objRecord.objVolume;
-    const int nVoxels = static_cast<int>(objVolume.getNoOfVoxels());
-    if (nVoxels < 1 || !(f > 0.0))
+    OrmArray<float> vecValues = objRecord.objRawVolume.values();
+    if (vecValues.empty() || !(f > 0.0))
     {
         return;
     }
-    QVector<C3DVolume::Voxel> vecVoxels(nVoxels, C3DVolume::Voxel());
-    float fMin = 0.0f;
-    float fMax = 0.0f;
-    for (int i = 0; i < nVoxels; ++i)
+    float fMin = static_cast<float>(static_cast<double>(vecValues.front()) / f);
+    float fMax = fMin;
+    for (float& fValue : vecValues)
     {
-        const C3DVolume::Voxel* pShown = objVolume.getVoxelByNum(i);
-        const C3DVolume::Voxel* pRaw = objRecord.objRawVolume.getVoxelByNum(i);
-        if (pShown == nullptr || pRaw == nullptr)
-        {
-            continue;
-        }
-        C3DVolume::Voxel& objVoxel = vecVoxels[i];
-        objVoxel.nID = C3DSGNode::m_nObjectCount++;
-        objVoxel.x = pShown->x;
-        objVoxel.y = pShown->y;
-        objVoxel.z = pShown->z;
-        objVoxel.fValue = static_cast<float>(static_cast<double>(pRaw->fValue) / f);
-        fMin = i == 0 || objVoxel.fValue < fMin ? objVoxel.fValue : fMin;
-        fMax = i == 0 || objVoxel.fValue > fMax ? objVoxel.fValue : fMax;
+        fValue = static_cast<float>(static_cast<double>(fValue) / f);
+        fMin = fValue < fMin ? fValue : fMin;
+        fMax = fValue > fMax ? fValue : fMax;
     }
-    objVolume.takeVoxelData(objVolume.getVoxelSize(), std::move(vecVoxels), fMin, fMax);
+    objRecord.objVolume.takeValues(std::move(vecValues), fMin, fMax);
 }
 
 } // namespace
