@@ -7,6 +7,7 @@
 #include "COrmLog.h"
 #include "COrmProcess.h"
 #include "PaletteWalkHost.h"
+#include "ResultDocumentKinds.h"
 #include "ResultUnits.h"
 
 #include <QGroupBox>
@@ -21,6 +22,8 @@ class tst_results_readers : public QObject
 private slots:
     void soundDocumentsLoadInTheStatedOrder_data();
     void soundDocumentsLoadInTheStatedOrder();
+    void everyMessageOfTheTablesHasARow_data();
+    void everyMessageOfTheTablesHasARow();
     void everyMessageHasItsPlace_data();
     void everyMessageHasItsPlace();
     void unitsThatDontFitAreRefused_data();
@@ -103,6 +106,51 @@ void tst_results_readers::soundDocumentsLoadInTheStatedOrder()
     QVERIFY(QApplication::overrideCursor() == nullptr);
     QVERIFY(!COrmProcess::isProcessInProgress(eLongProcessAnalysis));
     QVERIFY(!COrmProcess::isUserInteractionDisabled());
+}
+
+void tst_results_readers::everyMessageOfTheTablesHasARow_data()
+{
+    QTest::addColumn<int>("nKind");
+    QTest::newRow("SOLA") << 0;
+    QTest::newRow("NOVA") << 1;
+}
+
+void tst_results_readers::everyMessageOfTheTablesHasARow()
+{
+    QFETCH(int, nKind);
+    const ResultDocument::SKind& k = nKind == 1 ? ResultDocument::nova() : ResultDocument::sola();
+    QList<ResultDocument::SMessage> lstMessages = {k.objNoDocument,     k.objReadingMesh,      k.objNoMesh10,     k.objNoSequence,
+                                                   k.objNoOptical,      k.objReadingHeightMap, k.objNoHeightMap,  k.objBadHeightMap,
+                                                   k.objReadingDensity, k.objReadingVolume,    k.objNoVolume,     k.objNoRegistration,
+                                                   k.objReadingResults, k.objNoResults,        k.objBadResultsRow};
+    for (const ResultDocument::SListBlock& objBlock : {k.objNames, k.lstFilters[0], k.lstFilters[1], k.objClicks})
+    {
+        lstMessages.append({objBlock.objNoCount, objBlock.objNoEntry});
+    }
+    for (const ResultDocument::SDensityBlock& objBlock : {k.objSimulated, k.objMeasured})
+    {
+        lstMessages.append({objBlock.objNoHeader, objBlock.objMismatch, objBlock.objNoValue10, objBlock.objNoValue20});
+    }
+    QStringList lstSaid = ExpectedLoad::reading(nKind);
+    for (const ReaderCases::SCase& objCase : ReaderCases::allCases())
+    {
+        for (const QString& strThen : objCase.nKind == nKind ? objCase.lstThen : QStringList())
+        {
+            lstSaid.append(strThen.startsWith('?') ? strThen.mid(4) : strThen);
+        }
+    }
+    int nMessages = 0;
+    for (const ResultDocument::SMessage& objMessage : lstMessages)
+    {
+        if (objMessage.eChannel != ResultDocument::EChannel::None)
+        {
+            const QString strChannel = objMessage.eChannel == ResultDocument::EChannel::Log ? "log 1: " : "hint: ";
+            const QString strEntry = strChannel + QString(objMessage.pText).replace("%1", "");
+            QVERIFY2(lstSaid.contains(strEntry), qPrintable(strEntry));
+            ++nMessages;
+        }
+    }
+    QCOMPARE(nMessages, nKind == 1 ? 30 : 26);
 }
 
 void tst_results_readers::everyMessageHasItsPlace_data()
