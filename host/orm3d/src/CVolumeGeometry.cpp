@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <utility>
+#include <numeric>
 
 namespace
 {
@@ -23,6 +23,25 @@ quint32 orderedBits(float fValue)
     return (nBits & 0x80000000U) != 0 ? ~nBits : nBits | 0x80000000U;
 }
 
+/// Sorts by the upper half of the numbers, digit by digit: what is equal in it keeps its order.
+void sortByUpperHalf(OrmArray<quint64>& vecKeys)
+{
+    constexpr int nDigitBits = 11;
+    constexpr std::size_t nDigits = 1 << nDigitBits;
+    OrmArray<quint64> vecSorted(vecKeys.size());
+    for (int nShift = 32; nShift < 64; nShift += nDigitBits)
+    {
+        const auto digit = [=](quint64 nKey) { return static_cast<std::size_t>(nKey >> nShift) % nDigits; };
+        std::array<std::size_t, nDigits> anNext{}; // where the next number with this digit goes
+        for (const quint64 nKey : vecKeys)
+            ++anNext[digit(nKey)];
+        std::exclusive_scan(anNext.begin(), anNext.end(), anNext.begin(), std::size_t(0));
+        for (const quint64 nKey : vecKeys)
+            vecSorted[anNext[digit(nKey)]++] = nKey;
+        vecKeys.swap(vecSorted);
+    }
+}
+
 /// A coordinate as a step of the grid, clamped to what a key can hold.
 quint64 gridStep(float fCoordinate, double fLow, double fPitch)
 {
@@ -33,78 +52,77 @@ quint64 gridStep(float fCoordinate, double fLow, double fPitch)
 } // namespace
 
 CVolumeGeometry::CVolumeGeometry(const CVoxelBlock& objVoxels, float fVoxelSize)
+    : m_objVoxels(objVoxels), m_fVoxelSize(fVoxelSize), m_vecOrder(objVoxels.size()), m_vecValues(objVoxels.size())
 {
-    const std::size_t nVoxels = objVoxels.size();
     const auto finiteValue = [&](std::size_t nVoxel)
     {
         const float fValue = objVoxels.values()[nVoxel];
         return std::isfinite(fValue) ? fValue : fLowest;
     };
-    std::vector<quint64> vecKeys(nVoxels);
-    for (std::size_t i = 0; i < nVoxels; ++i)
+    OrmArray<quint64> vecKeys(size());
+    for (std::size_t i = 0; i < size(); ++i)
         vecKeys[i] = static_cast<quint64>(orderedBits(finiteValue(i))) << 32 | i;
-    std::sort(vecKeys.begin(), vecKeys.end());
-
-    m_vecValues.resize(nVoxels);
-    m_vecNames.resize(nVoxels);
-    std::vector<quint32> vecOrder(nVoxels);
-    for (std::size_t nPlace = 0; nPlace < nVoxels; ++nPlace)
+    sortByUpperHalf(vecKeys);
+    for (std::size_t nPlace = 0; nPlace < size(); ++nPlace)
     {
-        const auto nVoxel = static_cast<quint32>(vecKeys[nPlace]);
-        vecOrder[nPlace] = nVoxel;
-        m_vecNames[nPlace] = objVoxels.name(nVoxel);
-        m_vecValues[nPlace] = finiteValue(nVoxel);
+        m_vecOrder[nPlace] = static_cast<quint32>(vecKeys[nPlace]);
+        m_vecValues[nPlace] = finiteValue(m_vecOrder[nPlace]);
     }
+    if (size() > 0 && m_vecValues.back() > fLowest)
+        m_fHighest = m_vecValues.back();
+    OrmArray<quint64>().swap(vecKeys);
+
     for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
     {
-        std::vector<float>& vecCoordinates = m_avecCoordinates[nAxis];
-        vecCoordinates.reserve(nVoxels);
-        for (const quint32 nVoxel : vecOrder)
-            vecCoordinates.push_back(objVoxels.coordinates(nAxis)[nVoxel]);
-        for (const float fCoordinate : vecCoordinates)
-        {
-            if (std::isfinite(fCoordinate))
-                m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::abs(fCoordinate));
-        }
+        const OrmArray<float>& vecOfVoxels = objVoxels.coordinates(nAxis);
+        m_avecCoordinates[nAxis].resize(size());
+        std::transform(m_vecOrder.begin(), m_vecOrder.end(), m_avecCoordinates[nAxis].begin(),
+                       [&](quint32 nVoxel) { return vecOfVoxels[nVoxel]; });
+        for (const float fCoordinate : vecOfVoxels)
+            m_afExtent[nAxis] = std::max(m_afExtent[nAxis], std::isfinite(fCoordinate) ? std::abs(fCoordinate) : 0.0f);
     }
-    if (nVoxels > 0 && m_vecValues.back() > fLowest)
-        m_fHighest = m_vecValues.back();
-    sortByGrid(vecOrder, fVoxelSize);
 }
 
-void CVolumeGeometry::sortByGrid(const std::vector<quint32>& vecVoxels, float fVoxelSize)
+quint32 CVolumeGeometry::name(std::size_t nPlace) const
 {
-    const std::size_t nVoxels = size();
-    float afLow[3] = {std::numeric_limits<float>::max(), std::numeric_limits<float>::max(), std::numeric_limits<float>::max()};
+    return m_objVoxels.name(m_vecOrder[nPlace]);
+}
+
+void CVolumeGeometry::sortByGrid() const
+{
+    std::array<float, 3> afLow;
+    afLow.fill(std::numeric_limits<float>::max());
     for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
     {
-        for (const float fCoordinate : m_avecCoordinates[nAxis])
+        for (const float fCoordinate : m_objVoxels.coordinates(nAxis))
             afLow[nAxis] = std::min(afLow[nAxis], fCoordinate);
     }
-    const auto step = [&](std::size_t nAxis, std::size_t nPlace)
-    { return gridStep(m_avecCoordinates[nAxis][nPlace], afLow[nAxis], fVoxelSize); };
+    const auto step = [&](std::size_t nAxis, std::size_t nVoxel)
+    { return gridStep(m_objVoxels.coordinates(nAxis)[nVoxel], afLow[nAxis], m_fVoxelSize); };
+    OrmArray<quint64> vecCells(size());
+    for (std::size_t i = 0; i < size(); ++i)
+        vecCells[i] = step(2, i) << (2 * nBitsPerAxis) | step(1, i) << nBitsPerAxis | step(0, i);
 
-    std::vector<std::pair<quint64, quint32>> vecCells(nVoxels); // cell and place, by voxel
-    for (std::size_t nPlace = 0; nPlace < nVoxels; ++nPlace)
-    {
-        const quint64 nCell = step(2, nPlace) << (2 * nBitsPerAxis) | step(1, nPlace) << nBitsPerAxis | step(0, nPlace);
-        vecCells[vecVoxels[nPlace]] = {nCell, static_cast<quint32>(nPlace)};
-    }
+    std::vector<quint32> vecVoxels(size()); // by cell
+    std::iota(vecVoxels.begin(), vecVoxels.end(), 0U);
     if (!std::is_sorted(vecCells.begin(), vecCells.end())) // most loaders give the voxels in this order already
-        std::sort(vecCells.begin(), vecCells.end());
+        std::sort(vecVoxels.begin(), vecVoxels.end(), [&](quint32 n1, quint32 n2) { return vecCells[n1] < vecCells[n2]; });
 
-    m_vecGrid.resize(nVoxels);
-    for (std::size_t i = 0; i < nVoxels; ++i)
+    std::vector<quint32> vecPlaces(size()); // by voxel
+    for (std::size_t nPlace = 0; nPlace < size(); ++nPlace)
+        vecPlaces[m_vecOrder[nPlace]] = static_cast<quint32>(nPlace);
+    m_vecGrid.resize(size());
+    for (std::size_t i = 0; i < size(); ++i)
     {
-        m_vecGrid[i] = vecCells[i].second;
-        const quint64 nChanged = i == 0 ? ~quint64(0) : vecCells[i].first ^ vecCells[i - 1].first;
+        m_vecGrid[i] = vecPlaces[vecVoxels[i]];
+        const quint64 nChanged = i == 0 ? ~quint64(0) : vecCells[vecVoxels[i]] ^ vecCells[vecVoxels[i - 1]];
         if (nChanged >> (2 * nBitsPerAxis) != 0)
             m_vecPlanes.push_back(static_cast<quint32>(m_vecRows.size()));
         if (nChanged >> nBitsPerAxis != 0)
             m_vecRows.push_back(static_cast<quint32>(i));
     }
     m_vecPlanes.push_back(static_cast<quint32>(m_vecRows.size()));
-    m_vecRows.push_back(static_cast<quint32>(nVoxels));
+    m_vecRows.push_back(static_cast<quint32>(size()));
 }
 
 const float* CVolumeGeometry::positions() const
@@ -133,6 +151,8 @@ std::vector<quint8> CVolumeGeometry::opacities() const
 
 std::vector<quint32> CVolumeGeometry::backToFront(std::size_t nFirst, bool bNearerWithX, bool bNearerWithY, bool bNearerWithZ) const
 {
+    if (m_vecPlanes.empty())
+        sortByGrid();
     std::vector<quint32> vecOrder;
     vecOrder.reserve(size() - nFirst);
     const std::size_t nPlanes = m_vecPlanes.size() - 1;

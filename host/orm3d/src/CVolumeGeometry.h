@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrmArray.h"
+
 #include <QtGlobal>
 
 #include <array>
@@ -14,6 +16,7 @@ class CVoxelBlock;
 class CVolumeGeometry
 {
 public:
+    /// The voxels must outlive this object.
     CVolumeGeometry(const CVoxelBlock& objVoxels, float fVoxelSize);
 
     std::size_t size() const { return m_vecValues.size(); }
@@ -22,9 +25,9 @@ public:
     /// x, y, z of each place, one after the other: a vertex array, made when first asked for.
     const float* positions() const;
     /// Values by place; those that are not finite come first, as the lowest number there is.
-    const std::vector<float>& values() const { return m_vecValues; }
+    const OrmArray<float>& values() const { return m_vecValues; }
     /// The OpenGL name of the voxel at a place.
-    quint32 name(std::size_t nPlace) const { return m_vecNames[nPlace]; }
+    quint32 name(std::size_t nPlace) const;
     /// The highest finite value; 0 without any.
     float highest() const { return m_fHighest; }
     /// The largest absolute finite coordinate along each axis.
@@ -39,16 +42,17 @@ public:
     std::vector<quint32> backToFront(std::size_t nFirst, bool bNearerWithX, bool bNearerWithY, bool bNearerWithZ) const;
 
 private:
-    /// @param vecVoxels the number of the voxel at each place
-    void sortByGrid(const std::vector<quint32>& vecVoxels, float fVoxelSize);
+    void sortByGrid() const;
 
-    std::array<std::vector<float>, 3> m_avecCoordinates;
-    mutable std::vector<float> m_vecPositions; ///< empty until needed
-    std::vector<float> m_vecValues;
-    std::vector<quint32> m_vecNames;
-    std::vector<quint32> m_vecGrid;   ///< places by ascending z, then y, then x
-    std::vector<quint32> m_vecRows;   ///< where in m_vecGrid a row (same z and y) begins, and the end
-    std::vector<quint32> m_vecPlanes; ///< where in m_vecRows a plane (same z) begins, and the end
+    const CVoxelBlock& m_objVoxels;
+    float m_fVoxelSize;           ///< millimetres
+    OrmArray<quint32> m_vecOrder; ///< the voxel at each place
+    OrmArray<float> m_vecValues;  ///< by place
+    std::array<OrmArray<float>, 3> m_avecCoordinates;
+    mutable OrmArray<float> m_vecPositions;   ///< empty until needed
+    mutable std::vector<quint32> m_vecGrid;   ///< places by ascending z, then y, then x; empty until needed, as the next two
+    mutable std::vector<quint32> m_vecRows;   ///< where in m_vecGrid a row (same z and y) begins, and the end
+    mutable std::vector<quint32> m_vecPlanes; ///< where in m_vecRows a plane (same z) begins, and the end
     std::array<float, 3> m_afExtent = {0.0f, 0.0f, 0.0f};
     float m_fHighest = 0.0f;
 };

@@ -13,7 +13,7 @@ std::size_t firstDrawn(const CVolumeGeometry& objGeometry, const CVolumeLook::SS
     const double fLeast = sState.m_objPalette.logScale() == 0 ? sState.m_fThreshold * static_cast<double>(objGeometry.highest()) : 0.0;
     const auto isHidden = [&](float fValue)
     { return !(fValue > 0.0f) || static_cast<double>(fValue) < fLeast || sState.m_objPalette.isBelowRange(static_cast<double>(fValue)); };
-    const std::vector<float>& vecValues = objGeometry.values();
+    const OrmArray<float>& vecValues = objGeometry.values();
     return static_cast<std::size_t>(std::partition_point(vecValues.begin(), vecValues.end(), isHidden) - vecValues.begin());
 }
 } // namespace
@@ -32,7 +32,7 @@ CVolumeLook::CVolumeLook(const CVolumeGeometry& objGeometry, const SState& sStat
     m_pOrders = pFormer && pFormer->m_nFirst == m_nFirst ? pFormer->m_pOrders : std::make_shared<Orders>();
 
     // Values ascend, so that the places of one table entry are one stretch: its end is searched for, not computed voxel by voxel.
-    const std::vector<float>& vecValues = objGeometry.values();
+    const OrmArray<float>& vecValues = objGeometry.values();
     const COrmPalette& objPalette = m_sState.m_objPalette;
     const auto entry = [&](float fValue)
     {
