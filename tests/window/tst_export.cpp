@@ -5,8 +5,6 @@
 
 using ExportTest::CAskedAsPlainUser;
 using ExportTest::CExport;
-using ExportTest::SSaveAnswer;
-using ExportTest::SSaveDialog;
 
 namespace
 {
