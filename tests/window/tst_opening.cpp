@@ -78,6 +78,7 @@ private slots:
     void kindAndIndexDecide();
     void singleClickWithAnIndexIsListed();
     void lastEntryOfTheWholeListIsChosen();
+    void openedEntryIsInSight();
     void sequenceAlreadyListedChangesNothing();
     void equalIdElsewhereKeepsTheFirstPath();
     void sequenceOfBothKindsGetsOntoOneList();
@@ -253,6 +254,24 @@ void tst_opening::lastEntryOfTheWholeListIsChosen()
     const QStringList lstDyes = {QStringLiteral("dye"), QStringLiteral("dye 2")};
     QCOMPARE(objTool.savedResults(), lstDyes);
     QVERIFY(objTool.get<QGroupBox>("m_pNOVAGB")->isVisible());
+}
+
+void tst_opening::openedEntryIsInSight()
+{
+    CStudy objStudy;
+    QList<QString> lstSOLA = {QStringLiteral("SOLA")};
+    for (int i = 0; i < 50; ++i)
+    {
+        lstSOLA.append(QStringLiteral("sequence %1").arg(i));
+    }
+    CToolWindow objTool;
+    objTool.window().updateSequenceNameList(lstSOLA);
+    showEmpty(objTool);
+    auto* pList = objTool.get<QListWidget>("m_pSequenceNameLW");
+    QVERIFY(pList->visualItemRect(pList->item(49)).top() > pList->viewport()->height());
+    pick(objTool, fileOf(objStudy.writer(), QStringLiteral("S1")));
+    QCOMPARE(marked(objTool), QStringList(QStringLiteral("SOLA S1")));
+    QVERIFY(pList->viewport()->rect().contains(pList->visualItemRect(pList->item(50))));
 }
 
 void tst_opening::sequenceAlreadyListedChangesNothing()

@@ -81,10 +81,11 @@ void CLongitudinalStudyBrowserWnd::listSequenceFromDisk(QList<QString>& lstSeque
     }
     lstSequences.append(strSequenceID);
     updateSequenceNameList(strKind);
-    const QListWidget* pList = m_objForm.m_pSequenceNameLW;
+    QListWidget* pList = m_objForm.m_pSequenceNameLW;
     if (QListWidgetItem* pItem = pList->item(pList->count() - 1))
     {
         pItem->setSelected(true);
+        pList->scrollToItem(pItem);
         onClickSequenceNameWidgetItem(pItem);
     }
 }
