@@ -1,86 +1,15 @@
-#include "COrmXYPlot.h"
-#include "COrmXYPlotAxis.h"
+#include "PlotTestTools.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QImage>
 #include <QProcess>
-#include <QTest>
 
-#include <cmath>
-#include <limits>
-#include <vector>
-
-namespace
-{
-constexpr int nLegendRows = 32; ///< pixels at the top of a plot that the legend takes
-constexpr double fNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double fInfinity = std::numeric_limits<double>::infinity();
-
-bool isLike(QRgb n1, QRgb n2)
-{
-    return std::abs(qRed(n1) - qRed(n2)) < 40 && std::abs(qGreen(n1) - qGreen(n2)) < 40 && std::abs(qBlue(n1) - qBlue(n2)) < 40;
-}
-
-/// Number of pixels of about this colour, below the legend.
-int pixelsLike(const QImage& imgSeen, const QColor& clrWanted, int nFromRow = nLegendRows)
-{
-    int nPixels = 0;
-    for (int y = nFromRow; y < imgSeen.height(); ++y)
-    {
-        for (int x = 0; x < imgSeen.width(); ++x)
-            nPixels += isLike(imgSeen.pixel(x, y), clrWanted.rgb()) ? 1 : 0;
-    }
-    return nPixels;
-}
-
-/// Leftmost and rightmost column with a pixel of about this colour, below the legend; -1 if there is none.
-std::pair<int, int> columnsLike(const QImage& imgSeen, const QColor& clrWanted)
-{
-    std::pair<int, int> pairColumns(-1, -1);
-    for (int x = 0; x < imgSeen.width(); ++x)
-    {
-        for (int y = nLegendRows; y < imgSeen.height(); ++y)
-        {
-            if (!isLike(imgSeen.pixel(x, y), clrWanted.rgb()))
-                continue;
-            pairColumns.first = pairColumns.first < 0 ? x : pairColumns.first;
-            pairColumns.second = x;
-        }
-    }
-    return pairColumns;
-}
-
-/// The plot's picture; kept in the folder ORM_TEST_PICTURES names, if it does.
-QImage pictureOf(COrmXYPlot& objPlot)
-{
-    const QImage imgSeen = objPlot.getPrintImage();
-    const QString strFolder = qEnvironmentVariable("ORM_TEST_PICTURES");
-    if (!strFolder.isEmpty())
-        imgSeen.save(QDir(strFolder).filePath(
-            QStringLiteral("plot-%1-%2.png").arg(QLatin1String(QTest::currentTestFunction())).arg(imgSeen.width())));
-    return imgSeen;
-}
-
-DISPLAY_SETTINGS lookOfFirstLine()
-{
-    DISPLAY_SETTINGS sSettings;
-    sSettings.lineColor = Qt::blue;
-    sSettings.nDisplayMode = 2;
-    sSettings.objPointProperties.pointColor = Qt::red;
-    sSettings.objPointProperties.bPointVisible = true;
-    return sSettings;
-}
-
-template <typename Y>
-bool add(COrmXYPlot& objPlot, const QString& strName, std::vector<Y> vecY)
-{
-    std::vector<int> vecX(vecY.size());
-    for (std::size_t i = 0; i < vecX.size(); ++i)
-        vecX[i] = static_cast<int>(i);
-    return objPlot.addDataLine<int, Y>(strName, vecX.data(), vecY.data(), static_cast<int>(vecY.size()));
-}
-} // namespace
+using PlotTest::add;
+using PlotTest::columnsLike;
+using PlotTest::fInfinity;
+using PlotTest::fNan;
+using PlotTest::lookOfFirstLine;
+using PlotTest::pictureOf;
+using PlotTest::pixelsLike;
 
 class TestXYPlot : public QObject
 {
@@ -224,47 +153,6 @@ private slots:
         QVERIFY(objProcess.waitForFinished(60000));
         QCOMPARE(objProcess.exitStatus(), QProcess::CrashExit);
         QVERIFY(QString::fromLocal8Bit(objProcess.readAllStandardError()).contains(strExpected));
-    }
-
-    // ---- Axis -----------------------------------------------------------------------------------------------------
-
-    void xAxis_data()
-    {
-        QTest::addColumn<double>("fMin");
-        QTest::addColumn<double>("fMax");
-        QTest::addColumn<double>("fWished");
-        QTest::addColumn<bool>("bWhole");
-        QTest::addColumn<int>("nMost");
-        QTest::addColumn<double>("fFirst");
-        QTest::addColumn<double>("fStep");
-        QTest::addColumn<int>("nTicks");
-        QTest::newRow("four results, step 1") << 0.0 << 3.0 << 1.0 << true << 20 << 0.0 << 1.0 << 4;
-        QTest::newRow("one result") << 0.0 << 0.0 << 1.0 << true << 20 << 0.0 << 1.0 << 1;
-        QTest::newRow("no step wished, whole numbers") << 0.0 << 3.0 << 0.0 << true << 20 << 0.0 << 1.0 << 4;
-        QTest::newRow("no step wished, fractions") << 0.0 << 1.0 << 0.0 << false << 5 << 0.0 << 0.2 << 6;
-        QTest::newRow("no step wished, one value") << 7.0 << 7.0 << 0.0 << false << 5 << 7.0 << 1.0 << 1;
-        QTest::newRow("step 1 would crowd") << 0.0 << 47.0 << 1.0 << true << 12 << 0.0 << 5.0 << 10;
-        QTest::newRow("a step far too small") << 0.0 << 1e12 << 1.0 << true << 10 << 0.0 << 1e11 << 11;
-        QTest::newRow("not from 0") << 3.0 << 9.0 << 2.0 << true << 20 << 4.0 << 2.0 << 3;
-        QTest::newRow("a step that is not a number") << 0.0 << 4.0 << fNan << true << 20 << 0.0 << 1.0 << 5;
-    }
-
-    void xAxis()
-    {
-        QFETCH(double, fMin);
-        QFETCH(double, fMax);
-        QFETCH(double, fWished);
-        QFETCH(bool, bWhole);
-        QFETCH(int, nMost);
-        const COrmXYPlotAxis::SAxis sAxis = COrmXYPlotAxis::xAxis({fMin, fMax}, fWished, bWhole, nMost);
-        QVERIFY(!sAxis.m_vecTicks.empty());
-        QTEST(sAxis.m_vecTicks.front(), "fFirst");
-        QTEST(static_cast<int>(sAxis.m_vecTicks.size()), "nTicks");
-        QFETCH(double, fStep);
-        for (std::size_t i = 1; i < sAxis.m_vecTicks.size(); ++i)
-            QVERIFY(std::fabs(sAxis.m_vecTicks[i] - sAxis.m_vecTicks[i - 1] - fStep) <= 1e-9 * fStep);
-        QVERIFY(sAxis.m_sRange.m_fLower < fMin);
-        QVERIFY(sAxis.m_sRange.m_fUpper > fMax);
     }
 
     // ---- Pictures -------------------------------------------------------------------------------------------------
@@ -438,6 +326,200 @@ private slots:
         QVERIFY(add<double>(objPlot, QStringLiteral("<font color=red size=7>A</font>"), {1.0, 2.0}));
         objPlot.setYAxisLabel(QStringLiteral("<font color=red>B</font>"));
         QCOMPARE(pixelsLike(pictureOf(objPlot), Qt::red, 0), 0);
+    }
+
+    // ---- Bars, logarithmic axis, gaps ---------------------------------------------------------------------------------
+
+    void barsStandOnZeroAndLeaveGapsEmpty()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {2.0, fNan, 4.0, 0.0}));
+        DISPLAY_SETTINGS sSettings = lookOfFirstLine();
+        sSettings.nDisplayMode = COrmXYPlot::BarsMode;
+        objPlot.setDisplaySettings(QStringLiteral("A"), sSettings);
+        const QImage imgSeen = pictureOf(objPlot);
+        QCOMPARE(pixelsLike(imgSeen, Qt::red), 0);
+        const QVector<QRect> vecBars = PlotTest::blobsLike(imgSeen, Qt::blue);
+        QCOMPARE(vecBars.size(), 3); // nothing where the value is missing, a flat bar for 0
+        QVERIFY(std::abs(vecBars.at(0).bottom() - vecBars.at(1).bottom()) <= 1);
+        QVERIFY(std::abs(vecBars.at(0).bottom() - vecBars.at(2).bottom()) <= 1);
+        QVERIFY(vecBars.at(2).height() <= 4);
+        // Heights are in proportion only where bars begin at 0.
+        QVERIFY(std::abs(2 * vecBars.at(0).height() - vecBars.at(1).height()) <= 3);
+        const double fStep = (vecBars.at(2).center().x() - vecBars.at(0).center().x()) / 3.0;
+        QVERIFY(std::fabs(vecBars.at(1).center().x() - vecBars.at(0).center().x() - 2.0 * fStep) <= 2.0);
+    }
+
+    void barsOfTwoLinesStandSideBySide()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {2.0, 3.0}));
+        QVERIFY(add<double>(objPlot, QStringLiteral("B"), {4.0, -1.0}));
+        DISPLAY_SETTINGS sSettings;
+        sSettings.lineColor = Qt::blue;
+        objPlot.setDisplaySettings(QStringLiteral("A"), sSettings);
+        sSettings.lineColor = Qt::green;
+        objPlot.setDisplaySettings(QStringLiteral("B"), sSettings);
+        objPlot.setCurrentDisplayMode(COrmXYPlot::BarsMode);
+        const QImage imgSeen = pictureOf(objPlot);
+        const QVector<QRect> vecBlue = PlotTest::blobsLike(imgSeen, Qt::blue);
+        const QVector<QRect> vecGreen = PlotTest::blobsLike(imgSeen, Qt::green);
+        QCOMPARE(vecBlue.size(), 2);
+        QCOMPARE(vecGreen.size(), 2);
+        for (int i = 0; i < 2; ++i)
+        {
+            QVERIFY(vecBlue.at(i).right() <= vecGreen.at(i).left() + 1);
+            QVERIFY(std::abs(vecBlue.at(i).width() - vecGreen.at(i).width()) <= 2);
+        }
+        QVERIFY(vecGreen.at(0).right() < vecBlue.at(1).left());
+        QVERIFY(vecGreen.at(1).top() >= vecBlue.at(1).bottom() - 1); // below 0 it hangs
+    }
+
+    void aLogarithmicAxisSpacesPowersEvenly()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        QVERIFY(!objPlot.isLogarithmic());
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {1e3, 1e5, 1e7}));
+        DISPLAY_SETTINGS sSettings = lookOfFirstLine();
+        sSettings.nDisplayMode = COrmXYPlot::PointsMode;
+        objPlot.setDisplaySettings(QStringLiteral("A"), sSettings);
+        objPlot.setLogarithmic(true);
+        QVERIFY(objPlot.isLogarithmic());
+        QVector<QRect> vecPoints = PlotTest::blobsLike(pictureOf(objPlot), Qt::red);
+        QCOMPARE(vecPoints.size(), 3);
+        const int nFirst = vecPoints.at(0).center().y() - vecPoints.at(1).center().y();
+        const int nSecond = vecPoints.at(1).center().y() - vecPoints.at(2).center().y();
+        QVERIFY(nFirst > 50 && std::abs(nFirst - nSecond) <= 1);
+        objPlot.setLogarithmic(false);
+        vecPoints = PlotTest::blobsLike(objPlot.getPrintImage(), Qt::red);
+        QCOMPARE(vecPoints.size(), 3);
+        QVERIFY(std::abs(vecPoints.at(0).center().y() - vecPoints.at(1).center().y()) < 8);
+    }
+
+    void valuesWithoutALogarithmAreLeftOutAndCounted()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {10.0, 0.0, 100.0, -5.0, 1000.0, fNan}));
+        DISPLAY_SETTINGS sSettings = lookOfFirstLine();
+        sSettings.nDisplayMode = COrmXYPlot::PointsMode;
+        objPlot.setDisplaySettings(QStringLiteral("A"), sSettings);
+        QCOMPARE(PlotTest::blobsLike(objPlot.getPrintImage(), Qt::red).size(), 5);
+        QCOMPARE(PlotTest::remark(objPlot), QStringLiteral("1 value is missing."));
+        objPlot.setLogarithmic(true);
+        QCOMPARE(PlotTest::blobsLike(pictureOf(objPlot), Qt::red).size(), 3);
+        QCOMPARE(PlotTest::remark(objPlot), QStringLiteral("1 value is missing. 2 values have no place on the logarithmic axis."));
+        QCOMPARE(objPlot.dataLines().value(QStringLiteral("A"))->vecY.size(), 6); // nothing is lost
+        objPlot.setLogarithmic(false);
+        QCOMPARE(PlotTest::blobsLike(objPlot.getPrintImage(), Qt::red).size(), 5);
+    }
+
+    void withoutAnyLogarithmThePlotSaysSoAndKeepsItsLines()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        objPlot.setLogarithmic(true);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {0.0, 0.0}));
+        objPlot.setDisplaySettings(QStringLiteral("A"), lookOfFirstLine());
+        QCOMPARE(objPlot.dataLines().size(), 1);
+        const QImage imgSeen = pictureOf(objPlot);
+        QCOMPARE(pixelsLike(imgSeen, Qt::blue), 0);
+        QVERIFY(pixelsLike(imgSeen, QColor(96, 96, 96)) > 50); // the message
+        objPlot.setLogarithmic(false);
+        QVERIFY(pixelsLike(objPlot.getPrintImage(), Qt::blue) > 50);
+    }
+
+    void aPointBetweenGapsIsSeenInEveryMode()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(600, 400);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {1.0, 2.0, fNan, 3.0, fNan, fNan, 2.0, 1.0}));
+        DISPLAY_SETTINGS sSettings = lookOfFirstLine();
+        sSettings.nDisplayMode = COrmXYPlot::LineMode;
+        objPlot.setDisplaySettings(QStringLiteral("A"), sSettings);
+        QCOMPARE(PlotTest::blobsLike(pictureOf(objPlot), Qt::red).size(), 1);
+        QCOMPARE(PlotTest::blobsLike(objPlot.getPrintImage(), Qt::blue).size(), 2);
+        QCOMPARE(PlotTest::remark(objPlot), QStringLiteral("3 values are missing."));
+        objPlot.setCurrentDisplayMode(COrmXYPlot::LineAndPointsMode);
+        QCOMPARE(PlotTest::blobsLike(objPlot.getPrintImage(), Qt::red).size(), 5);
+    }
+
+    void anEmptyPlotSaysThatItIs()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(500, 400);
+        const QRect rectMiddle(150, 150, 200, 80);
+        QVERIFY(PlotTest::pixelsNotLike(pictureOf(objPlot).copy(rectMiddle), Qt::white) > 50);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {1.0, fNan, fNan, 2.0}));
+        objPlot.setXAxisRangeStep(5.0);
+        QVERIFY(PlotTest::pixelsNotLike(objPlot.getPrintImage().copy(rectMiddle), QColor(255, 255, 255)) < 500); // a few lines of the grid
+        QCOMPARE(pixelsLike(objPlot.getPrintImage().copy(rectMiddle), QColor(96, 96, 96), 0), 0);
+    }
+
+    // ---- Sizes and names ----------------------------------------------------------------------------------------------
+
+    void typeGrowsWithThePicture()
+    {
+        QVector<int> vecPoint;
+        QVector<int> vecType;
+        for (const QSize objSize : {QSize(400, 300), QSize(1000, 700), QSize(3000, 2000)})
+        {
+            COrmXYPlot objPlot;
+            objPlot.resize(objSize);
+            objPlot.setXAxisLabel(QStringLiteral("Results"));
+            objPlot.setYAxisLabel(QStringLiteral("Quantification photon/sec"));
+            QVERIFY(add<float>(objPlot, QStringLiteral("Quantification Profile"), {1.2e6f, 4.4e6f, 1.7e7f, 5.1e7f}));
+            DISPLAY_SETTINGS sSettings = lookOfFirstLine();
+            sSettings.nDisplayMode = COrmXYPlot::PointsMode;
+            objPlot.setDisplaySettings(QStringLiteral("Quantification Profile"), sSettings);
+            const QImage imgSeen = pictureOf(objPlot);
+            QCOMPARE(imgSeen.size(), objSize);
+            const QVector<QRect> vecPoints = PlotTest::blobsLike(imgSeen, Qt::red, objSize.height() / 8);
+            QCOMPARE(vecPoints.size(), 4);
+            vecPoint.append(vecPoints.at(0).width());
+            // The label of the x axis is the lowest text.
+            vecType.append(PlotTest::rowsOfLowestText(imgSeen));
+            // Points use the picture: no band of it is left blank.
+            QVERIFY(vecPoints.at(3).center().x() - vecPoints.at(0).center().x() > objSize.width() / 2);
+            QVERIFY(vecPoints.at(0).center().y() - vecPoints.at(3).center().y() > objSize.height() / 2);
+        }
+        QVERIFY(vecPoint.at(0) >= 6 && vecPoint.at(1) == vecPoint.at(0));
+        QVERIFY(vecPoint.at(2) >= 2 * vecPoint.at(1));
+        QVERIFY(vecType.at(0) >= 7);
+        QVERIFY(vecType.at(2) >= 2 * vecType.at(1));
+    }
+
+    void longNamesLeaveRoomForTheLines_data()
+    {
+        QTest::addColumn<QSize>("objSize");
+        QTest::newRow("small") << QSize(400, 300);
+        QTest::newRow("medium") << QSize(700, 500);
+        QTest::newRow("large") << QSize(3000, 2000);
+    }
+
+    void longNamesLeaveRoomForTheLines()
+    {
+        QFETCH(QSize, objSize);
+        COrmXYPlot objPlot;
+        objPlot.resize(objSize);
+        const QString strLong = QString(200, QLatin1Char('W'));
+        QVERIFY(add<double>(objPlot, strLong, {1.0, 2.0, 3.0}));
+        QVERIFY(add<double>(objPlot, strLong + QLatin1Char('2'), {3.0, 2.0, 1.0}));
+        objPlot.setXAxisLabel(strLong);
+        objPlot.setYAxisLabel(strLong);
+        objPlot.setDisplaySettings(strLong, lookOfFirstLine());
+        const QImage imgSeen = pictureOf(objPlot);
+        const auto [nFirst, nLast] = columnsLike(imgSeen, Qt::blue, objSize.height() / 4);
+        QVERIFY(nLast - nFirst > objSize.width() / 2);
+        // Nothing touches the edges, so nothing is cut off.
+        for (const QRect& rectEdge :
+             {QRect(0, 0, objSize.width(), 2), QRect(0, 0, 2, objSize.height()), QRect(objSize.width() - 2, 0, 2, objSize.height()),
+              QRect(0, objSize.height() - 2, objSize.width(), 2)})
+            QCOMPARE(PlotTest::pixelsNotLike(imgSeen.copy(rectEdge), Qt::white), 0);
+        QCOMPARE(objPlot.dataLines().value(strLong)->nVals, 3); // the name itself is as it was
     }
 };
 

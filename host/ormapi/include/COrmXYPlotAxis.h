@@ -60,8 +60,8 @@ std::vector<double> yTicks(const SRange& sShown, int nMostTicks);
 
 /// Lays out a logarithmic axis over data above 0.
 SAxis logarithmicAxis(const SRange& sData, int nMostTicks);
-/// The same for a range that is shown as it is: powers of ten; with room for more also 2 and 5 times such; in a range narrower than
-/// these, round steps.
+/// The same for a range that is shown as it is: powers of ten, and with room for more their multiples; in a range narrower than these,
+/// round steps. The minor ticks, which have no numbers, tell the decades apart.
 SAxis logarithmicTicks(const SRange& sShown, int nMostTicks);
 
 // Zooming and moving, in the coordinate in which an axis is drawn evenly: its value, or its value's decimal logarithm.

@@ -15,7 +15,7 @@ constexpr double fEdgeOfX = 0.02;     ///< of the range, kept free at both ends 
 constexpr double fEdgeOfY = 0.03;     ///< of the y axis, kept free at both ends
 constexpr double fLowestLog = 1e-140; ///< drawing ends at 1e-150 and 1e150
 constexpr double fHighestLog = 1e140;
-constexpr int nFewTicks = 3;
+constexpr std::size_t nFewTicks = 3;
 
 /// Multiples of the step in a range; rounding does not cost the ones at its ends.
 std::vector<double> multiples(const SRange& sShown, double fStep, double fMost)
@@ -173,23 +173,25 @@ SAxis logarithmicAxis(const SRange& sData, int nMostTicks)
 SAxis logarithmicTicks(const SRange& sShown, int nMostTicks)
 {
     SAxis sAxis = {sShown, {}, {}};
-    const auto nMost = static_cast<std::size_t>(std::max(1, nMostTicks));
-    const double fDecades = std::log10(sShown.m_fUpper) - std::log10(sShown.m_fLower);
-    const std::vector<double> vecFine = ofEachDecade(sShown, {1, 2, 5}, 1);
-    if (vecFine.size() >= nFewTicks && vecFine.size() <= nMost)
-        sAxis.m_vecTicks = vecFine;
-    else if (vecFine.size() < nFewTicks)
-        sAxis.m_vecTicks = yTicks(sShown, std::max(2, nMostTicks / 2));
-    else
+    const auto nMost = static_cast<std::size_t>(std::max(static_cast<int>(nFewTicks), nMostTicks));
+    const std::vector<int> vecAll = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    const std::vector<double> vecFinest = ofEachDecade(sShown, vecAll, 1);
+    if (vecFinest.size() < nFewTicks)
     {
-        int nStride = 1;
-        while (fDecades / nStride > static_cast<double>(nMost))
-            ++nStride;
-        sAxis.m_vecTicks = ofEachDecade(sShown, {1}, nStride);
+        sAxis.m_vecTicks = yTicks(sShown, static_cast<int>(nMost));
+        return sAxis;
     }
-    constexpr double fMostDecadesWithMinorTicks = 12.0;
-    if (fDecades <= fMostDecadesWithMinorTicks && vecFine.size() >= nFewTicks)
-        sAxis.m_vecMinorTicks = ofEachDecade(sShown, {2, 3, 4, 5, 6, 7, 8, 9}, 1);
+    constexpr std::size_t nMostMinorTicks = 120;
+    if (vecFinest.size() <= nMostMinorTicks)
+        sAxis.m_vecMinorTicks = vecFinest;
+    for (const std::vector<int>& vecFactors : {vecAll, {1, 2, 3, 5}, {1, 2, 5}, {1, 3}, {1}})
+    {
+        sAxis.m_vecTicks = ofEachDecade(sShown, vecFactors, 1);
+        if (sAxis.m_vecTicks.size() <= nMost)
+            return sAxis;
+    }
+    for (int nStride = 2; sAxis.m_vecTicks.size() > nMost; ++nStride)
+        sAxis.m_vecTicks = ofEachDecade(sShown, {1}, nStride);
     return sAxis;
 }
 

@@ -40,7 +40,10 @@ void COrmXYPlot::contextMenuEvent(QContextMenuEvent* pEvent)
     pMenu->addSeparator();
     pMenu->addAction(tr("Copy Picture"), this, &COrmXYPlot::copyPicture);
     pMenu->addAction(tr("Copy Numbers"), this, &COrmXYPlot::copyNumbers)->setEnabled(!m_hashDataLines.isEmpty());
-    pMenu->addAction(tr("Save Numbers..."), this, &COrmXYPlot::askAndSaveNumbers)->setEnabled(!m_hashDataLines.isEmpty());
+    QAction* pSave = pMenu->addAction(tr("Save Numbers..."));
+    pSave->setEnabled(!m_hashDataLines.isEmpty());
+    // The dialog runs its own event loop: it opens when the menu has gone.
+    connect(pSave, &QAction::triggered, this, &COrmXYPlot::askAndSaveNumbers, Qt::QueuedConnection);
     pMenu->popup(pEvent->globalPos());
     pEvent->accept();
 }
@@ -68,9 +71,17 @@ QByteArray COrmXYPlot::numbers() const
 
 bool COrmXYPlot::saveNumbers(const QString& strPath, QString& strReason) const
 {
+    // Whoever may write everywhere would put a file in a device's place.
+    const QFileInfo objTarget(strPath);
+    if (objTarget.exists() && !objTarget.isFile())
+    {
+        strReason = tr("This is not a file that can be replaced.");
+        return false;
+    }
     QSaveFile objFile(strPath);
     const QByteArray byNumbers = numbers();
-    if (objFile.open(QIODevice::WriteOnly) && objFile.write(byNumbers) == byNumbers.size() && objFile.commit())
+    // commit() alone does not notice that the last part of a buffer found no room.
+    if (objFile.open(QIODevice::WriteOnly) && objFile.write(byNumbers) == byNumbers.size() && objFile.flush() && objFile.commit())
         return true;
     strReason = objFile.errorString();
     return false;

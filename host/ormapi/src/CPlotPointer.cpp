@@ -6,11 +6,9 @@
 #include <qwt_plot_canvas.h>
 #include <qwt_scale_map.h>
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyle>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -27,7 +25,7 @@ constexpr int nSmallestBand = 8;    ///< pixels; a side that is shorter leaves i
 constexpr double fKeyPart = 0.1;    ///< of what is shown, per press of an arrow
 constexpr double fWidestText = 0.7; ///< of the plot's width
 const QColor clrBand(40, 90, 160);
-const QColor clrPaper(255, 255, 240, 245);
+const QColor clrPaper(255, 255, 240);
 
 /// The part of a range between two fractions of it.
 SRange part(const SRange& sRange, double fFrom, double fTo)
@@ -71,8 +69,9 @@ void CPlotPointer::follow()
     if (m_pSheet->isZoomed())
     {
         m_pBack->adjustSize();
-        const QRect rectCanvas = canvasRect().toRect();
-        m_pBack->move(std::max(0, rectCanvas.right() - m_pBack->width() - 4), rectCanvas.top() + 4);
+        // Above the lines, so that it hides none of them.
+        const int nTop = static_cast<int>(canvasRect().top()) - m_pBack->height() - 2;
+        m_pBack->move(std::max(0, width() - m_pBack->width() - 4), std::max(2, nTop));
     }
     raise();
     m_pBack->raise();

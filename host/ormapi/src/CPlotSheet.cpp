@@ -4,6 +4,7 @@
 #include "OrmColorBarTicks.h"
 
 #include <qwt_legend.h>
+#include <qwt_legend_label.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
@@ -35,9 +36,10 @@ constexpr double fLargestScale = 12.0;
 constexpr double fLabelSpacing = 1.2; ///< between the labels of the x axis, in heights of the type
 constexpr double fTickSpacing = 2.6;  ///< from a tick of the y axis to the next, in heights of the type
 constexpr int nMostTicksOfYAxis = 9;
-constexpr double fReach = 14.0;   ///< pixels from the pointer within which a point is found
-constexpr double fSameSpot = 1.5; ///< pixels within which points are on the same spot
-constexpr double fBarPart = 0.7;  ///< of the distance between points that their bars take together
+constexpr double fReach = 14.0;      ///< pixels from the pointer within which a point is found
+constexpr double fSameSpot = 1.5;    ///< pixels within which points are on the same spot
+constexpr double fBarPart = 0.7;     ///< of the distance between points that their bars take together
+constexpr double fLoneBarPart = 0.3; ///< of a whole number, where there is a single point
 const QColor clrGrid(224, 224, 224);
 const QColor clrRemark(96, 96, 96);
 
@@ -252,14 +254,19 @@ QFont CPlotSheet::typeFont() const
     return magnified(font(), scale());
 }
 
+double CPlotSheet::widestXNumber() const
+{
+    const QFontMetricsF objMetrics(typeFont());
+    const auto fnWidth = [&objMetrics](double fValue) { return objMetrics.horizontalAdvance(OrmColorBarTicks::text(fValue, 6)); };
+    return std::max({fnWidth(m_sRanges.m_sX.m_fLower), fnWidth(m_sRanges.m_sX.m_fUpper), fnWidth(0.0)});
+}
+
 int CPlotSheet::mostXTicks() const
 {
     // As far as the drawing area is known before the layout.
     const QFontMetricsF objMetrics(typeFont());
     const double fCanvas = width() - axisWidget(QwtPlot::yLeft)->sizeHint().width() - 2.0 * objMetrics.height();
-    const auto fnWidth = [&objMetrics](double fValue) { return objMetrics.horizontalAdvance(OrmColorBarTicks::text(fValue, 6)); };
-    const double fLabel = std::max({fnWidth(m_sRanges.m_sX.m_fLower), fnWidth(m_sRanges.m_sX.m_fUpper), fnWidth(0.0)});
-    return static_cast<int>(std::max(1.0, fCanvas / (fLabel + fLabelSpacing * objMetrics.height())));
+    return static_cast<int>(std::max(1.0, fCanvas / (widestXNumber() + fLabelSpacing * objMetrics.height())));
 }
 
 int CPlotSheet::mostYTicks() const
@@ -304,38 +311,52 @@ void CPlotSheet::applyType()
         axisWidget(nAxis)->setSpacing(static_cast<int>(std::lround(4.0 * fScale)));
         axisWidget(nAxis)->setMargin(0);
     }
+    // Room for half a number beyond the ends, whether or not one stands there: else the lines would jump while they are moved.
+    const QFontMetrics objType(typeFont());
+    const int nHalfHeight = (objType.height() + 1) / 2;
+    const int nHalfWidth = static_cast<int>(std::ceil(widestXNumber() / 2.0));
+    axisWidget(QwtPlot::yLeft)->setMinBorderDist(nHalfHeight, nHalfHeight);
+    axisWidget(QwtPlot::xBottom)->setMinBorderDist(nHalfWidth, nHalfWidth);
     for (const SLine& sLine : qAsConst(m_lstLines))
         sLine.m_pCurve->setLook(sLine.m_sLook, fScale);
 }
 
 void CPlotSheet::elideLabels()
 {
-    QFont fontLabel = typeFont();
-    fontLabel.setBold(true);
-    const QFontMetrics objLabel(fontLabel);
+    const double fScale = scale();
+    const QFontMetrics objType(typeFont());
     const QMargins objMargins = contentsMargins();
     const int nWidth = std::max(1, width() - objMargins.left() - objMargins.right());
-    const int nHeight = std::max(1, height() - 5 * objLabel.height());
-    const auto fnTitle = [&](const QString& strText, int nRoom)
-    {
-        QwtText objText(COrmPlainText::elided(strText, objLabel, nRoom), QwtText::PlainText);
-        objText.setFont(fontLabel);
-        objText.setColor(Qt::black);
-        return objText;
-    };
-    setAxisTitle(QwtPlot::xBottom, fnTitle(m_strXLabel, nWidth * 4 / 5));
-    setAxisTitle(QwtPlot::yLeft, fnTitle(m_strYLabel, nHeight));
-
-    const QFontMetrics objType(typeFont());
     const QSize objIcon(objType.height() * 2, objType.height() * 2 / 3);
+    const int nName = std::max(1, nWidth - objIcon.width() - 2 * objType.height());
     for (const SLine& sLine : qAsConst(m_lstLines))
     {
-        QwtText objName(COrmPlainText::elided(sLine.m_strName, objType, std::max(1, nWidth - objIcon.width() - objType.height() * 2)),
-                        QwtText::PlainText);
+        QwtText objName(COrmPlainText::elided(sLine.m_strName, objType, nName), QwtText::PlainText);
         objName.setFont(typeFont());
         sLine.m_pCurve->setLegendIconSize(objIcon);
         sLine.m_pCurve->setTitle(objName);
     }
+    const QList<QwtLegendLabel*> lstLabels = m_pLegend->findChildren<QwtLegendLabel*>();
+    for (QwtLegendLabel* pLabel : lstLabels)
+    {
+        pLabel->setSpacing(static_cast<int>(std::lround(4.0 * fScale)));
+        pLabel->setMargin(static_cast<int>(std::lround(2.0 * fScale)));
+    }
+
+    QFont fontLabel = typeFont();
+    fontLabel.setBold(true);
+    const QFontMetrics objLabel(fontLabel);
+    const auto fnTitle = [&](const QString& strText, int nRoom)
+    {
+        QwtText objText(COrmPlainText::elided(strText, objLabel, std::max(1, nRoom)), QwtText::PlainText);
+        objText.setFont(fontLabel);
+        objText.setColor(Qt::black);
+        return objText;
+    };
+    // Beside legend, numbers, label and remark of the x axis, and beside the numbers of the y axis.
+    const int nAbove = m_lstLines.isEmpty() ? 0 : m_pLegend->heightForWidth(nWidth);
+    setAxisTitle(QwtPlot::xBottom, fnTitle(m_strXLabel, nWidth * 3 / 4));
+    setAxisTitle(QwtPlot::yLeft, fnTitle(m_strYLabel, height() - nAbove - 6 * objLabel.height()));
 }
 
 void CPlotSheet::measureLegend()
@@ -362,7 +383,7 @@ void CPlotSheet::placeBars()
         if (fBetween > 0.0 && (fDistance == 0.0 || fBetween < fDistance))
             fDistance = fBetween;
     }
-    const double fTogether = (fDistance > 0.0 ? std::min(fDistance, 1.0) : 1.0) * fBarPart;
+    const double fTogether = fDistance > 0.0 ? std::min(fDistance, 1.0) * fBarPart : fLoneBarPart;
     const double fWidth = fTogether / m_lstLines.size();
     for (int i = 0; i < m_lstLines.size(); ++i)
         m_lstLines.at(i).m_pCurve->setBar({-fTogether / 2.0 + (i + 0.5) * fWidth, fWidth});

@@ -123,6 +123,7 @@ private:
     void elideLabels();
     void applyAxes();
     void tellWhatIsMissing();
+    double widestXNumber() const;
     int mostXTicks() const;
     int mostYTicks() const;
 
