@@ -64,6 +64,9 @@ private slots:
     void voxelDataIsCopiedAndItsNumbersKept();
     void voxelDataThatCannotBeIsRefused_data();
     void voxelDataThatCannotBeIsRefused();
+    void separateArraysAreTheVoxels();
+    void arraysOfDifferentLengthsAreRefused();
+    void newValuesKeepThePlaces();
     void lowestAndHighestAreWhatWasGiven();
     void aCopySharesItsVoxels();
     void marksAreEachCopysOwn();
@@ -332,6 +335,76 @@ void tst_volume::voxelDataThatCannotBeIsRefused()
     QVERIFY(!objVolume.loadVoxelData(fSize, nCount, bArray ? &sVoxel : nullptr, 1.0f, 1.0f));
     QCOMPARE(objVolume.getNoOfVoxels(), 3L);
     QCOMPARE(objVolume.getTotalFluxForSelectedVoxels(false), 6.0f);
+}
+
+void tst_volume::separateArraysAreTheVoxels()
+{
+    C3DVolume objVolume{QString()};
+    const long nNext = C3DSGNode::m_nObjectCount;
+    QVERIFY(objVolume.takeVoxels(0.5f, {{{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}}, {10, 20, 30}}, 10.0f, 30.0f));
+    QCOMPARE(C3DSGNode::m_nObjectCount, nNext + 3);
+    QCOMPARE(objVolume.getNoOfVoxels(), 3L);
+    QCOMPARE(objVolume.getVoxelSize(), 0.5f);
+    QCOMPARE(objVolume.getAttribMaxValue(), 30.0f);
+    QCOMPARE(objVolume.m_objPalette.imageMax(), 30.0);
+    QCOMPARE(objVolume.voxels().size(), 3);
+    for (int i = 0; i < 3; ++i)
+    {
+        const Voxel* pVoxel = objVolume.getVoxelByNum(i);
+        QCOMPARE(pVoxel, objVolume.voxels().constData() + i); // made once
+        QCOMPARE(pVoxel->x, 1.0f + static_cast<float>(i));
+        QCOMPARE(pVoxel->y, 4.0f + static_cast<float>(i));
+        QCOMPARE(pVoxel->z, 7.0f + static_cast<float>(i));
+        QCOMPARE(pVoxel->nID, nNext + i);
+        QCOMPARE(pVoxel->fValue, 10.0f * static_cast<float>(i + 1));
+    }
+    objVolume.addToVoxelSelection(nNext + 1);
+    QVERIFY(objVolume.isVoxelSelected(1) && !objVolume.isVoxelSelected(0) && !objVolume.isVoxelSelected(3));
+    QCOMPARE(objVolume.getTotalFluxForSelectedVoxels(true), 20.0f);
+    QCOMPARE(objVolume.getTotalFluxForSelectedVoxels(false), 60.0f);
+
+    // Records become the same arrays.
+    const C3DVolume objRow = row({5.0f, 6.0f});
+    QVERIFY(objRow.values() == (OrmArray<float>{5.0f, 6.0f}));
+    QVERIFY(objRow.coordinates(0) == (OrmArray<float>{0.0f, 1.0f}));
+    QVERIFY(objRow.coordinates(2) == (OrmArray<float>{0.0f, 0.0f}));
+}
+
+void tst_volume::arraysOfDifferentLengthsAreRefused()
+{
+    C3DVolume objVolume = row({5.0f, 6.0f});
+    const long nNext = C3DSGNode::m_nObjectCount;
+    const CLogLines objLog;
+    QVERIFY(!objVolume.takeVoxels(1.0f, {{{{1, 2, 3}, {4, 5}, {7, 8, 9}}}, {10, 20, 30}}, 10.0f, 30.0f));
+    QVERIFY(!objVolume.takeVoxels(1.0f, {{{{1}, {4}, {7}}}, {}}, 0.0f, 0.0f));
+    QVERIFY(!objVolume.takeVoxels(0.0f, {{{{1}, {4}, {7}}}, {10}}, 10.0f, 10.0f));
+    QVERIFY(!objVolume.takeValues({1.0f, 2.0f, 3.0f}, 1.0f, 3.0f));
+    QVERIFY(!objVolume.takeValues({}, 0.0f, 0.0f));
+    QCOMPARE(objLog.lines().size(), 5);
+    QCOMPARE(C3DSGNode::m_nObjectCount, nNext);
+    QCOMPARE(objVolume.getNoOfVoxels(), 2L);
+    QCOMPARE(objVolume.getVoxelByNum(1)->fValue, 6.0f);
+    QCOMPARE(objVolume.getAttribMaxValue(), 6.0f);
+}
+
+void tst_volume::newValuesKeepThePlaces()
+{
+    C3DVolume objVolume = row({5.0f, 6.0f, 7.0f});
+    objVolume.addToVoxelSelection(1001);
+    C3DVolume objRaw(objVolume);
+    const long nNext = C3DSGNode::m_nObjectCount;
+    QVERIFY(objVolume.takeValues({0.5f, 0.25f, 0.75f}, 0.25f, 0.75f));
+    QCOMPARE(C3DSGNode::m_nObjectCount, nNext + 3);
+    QCOMPARE(objVolume.coordinates(0).data(), objRaw.coordinates(0).data()); // shared
+    QCOMPARE(objVolume.getVoxelByNum(2)->x, 2.0f);
+    QCOMPARE(objVolume.getVoxelByNum(2)->fValue, 0.75f);
+    QCOMPARE(objVolume.getVoxelByNum(2)->nID, nNext + 2);
+    QCOMPARE(objVolume.getAttribMinValue(), 0.25f);
+    QCOMPARE(objVolume.m_objPalette.imageMax(), 0.75);
+    QCOMPARE(objVolume.getVoxelSize(), 1.0f);
+    QVERIFY(!objVolume.isVoxelSelected(1));
+    QVERIFY(objRaw.isVoxelSelected(1));
+    QCOMPARE(objRaw.getVoxelByNum(2)->fValue, 7.0f);
 }
 
 void tst_volume::lowestAndHighestAreWhatWasGiven()

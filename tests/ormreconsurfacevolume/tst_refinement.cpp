@@ -137,16 +137,20 @@ void tst_refinement::equalsPassByPass_data()
     QTest::addColumn<int>("nZ");
     QTest::addColumn<int>("nParts");
     QTest::addColumn<double>("fFilled");
-    QTest::newRow("one voxel by 4") << 1 << 1 << 1 << 4 << 1.0;
-    QTest::newRow("one voxel by 2") << 1 << 1 << 1 << 2 << 1.0;
-    QTest::newRow("a row by 4") << 7 << 1 << 1 << 4 << 1.0;
-    QTest::newRow("a plane by 2") << 5 << 1 << 6 << 2 << 0.5;
-    QTest::newRow("a box by 4") << 6 << 5 << 4 << 4 << 0.6;
-    QTest::newRow("a box by 2") << 4 << 7 << 5 << 2 << 0.6;
-    QTest::newRow("a box by 3") << 4 << 3 << 5 << 3 << 0.8;
-    QTest::newRow("higher than a band is wide, by 4") << 2 << 3 << 13 << 4 << 0.7;
-    QTest::newRow("higher than a band is wide, by 2") << 3 << 2 << 17 << 2 << 0.7;
-    QTest::newRow("a box by 1") << 9 << 8 << 7 << 1 << 0.7;
+    QTest::addColumn<float>("fFactor");
+    QTest::newRow("one voxel by 4") << 1 << 1 << 1 << 4 << 1.0 << 1.0f;
+    QTest::newRow("one voxel by 2") << 1 << 1 << 1 << 2 << 1.0 << 1.0f;
+    QTest::newRow("a row by 4") << 7 << 1 << 1 << 4 << 1.0 << 1.0f;
+    QTest::newRow("a plane by 2") << 5 << 1 << 6 << 2 << 0.5 << 1.0f;
+    QTest::newRow("a box by 4") << 6 << 5 << 4 << 4 << 0.6 << 1.0f;
+    QTest::newRow("a box by 2") << 4 << 7 << 5 << 2 << 0.6 << 1.0f;
+    QTest::newRow("a box by 3") << 4 << 3 << 5 << 3 << 0.8 << 1.0f;
+    QTest::newRow("higher than a band is wide, by 4") << 2 << 3 << 13 << 4 << 0.7 << 1.0f;
+    QTest::newRow("higher than a band is wide, by 2") << 3 << 2 << 17 << 2 << 0.7 << 1.0f;
+    QTest::newRow("a box by 1") << 9 << 8 << 7 << 1 << 0.7 << 1.0f;
+    QTest::newRow("values near the smallest floats") << 6 << 5 << 4 << 4 << 0.6 << 1e-30f;
+    QTest::newRow("values near the highest floats") << 6 << 5 << 4 << 4 << 0.6 << 1e32f;
+    QTest::newRow("some hundred thousand cells") << 13 << 12 << 14 << 4 << 0.9 << 1.0f;
 }
 
 void tst_refinement::equalsPassByPass()
@@ -156,8 +160,12 @@ void tst_refinement::equalsPassByPass()
     QFETCH(int, nZ);
     QFETCH(int, nParts);
     QFETCH(double, fFilled);
+    QFETCH(float, fFactor);
     QRandomGenerator objRandom(static_cast<quint32>(nX + 10 * nY + 100 * nZ));
-    C3DVolume objVolume = volumeOf(randomVoxels(objRandom, {nX, nY, nZ}, 1.5f, fFilled), 1.5f);
+    QVector<Voxel> vecVoxels = randomVoxels(objRandom, {nX, nY, nZ}, 1.5f, fFilled);
+    for (Voxel& voxel : vecVoxels)
+        voxel.fValue *= fFactor;
+    C3DVolume objVolume = volumeOf(vecVoxels, 1.5f);
     CVoxelLattice objLattice;
     const PlainRefinement::SGrid sPlain = PlainRefinement::refined(plainGrid(objVolume, objLattice), 2, nParts, 5);
     const double fTotal = total(objVolume);
