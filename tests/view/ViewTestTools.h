@@ -188,11 +188,12 @@ public:
     int tileHeight() const { return m_nTileHeight; }
     int textHeight() const { return m_nTextHeight; }
 
-    using CLongitudinalStudyBrowserView::m_bColorPaletteModified;
-    using CLongitudinalStudyBrowserView::m_bResultsChanged;
     using CLongitudinalStudyBrowserView::clearVoxelSelection;
+    using CLongitudinalStudyBrowserView::doSelection;
     using CLongitudinalStudyBrowserView::doVoxelSelection;
     using CLongitudinalStudyBrowserView::drawMeasurePoints;
+    using CLongitudinalStudyBrowserView::m_bColorPaletteModified;
+    using CLongitudinalStudyBrowserView::m_bResultsChanged;
     using CLongitudinalStudyBrowserView::m_bSelectVoxel;
     using CLongitudinalStudyBrowserView::m_bShowPhotonDensity;
     using CLongitudinalStudyBrowserView::m_bToolDragging;

@@ -20,6 +20,7 @@ class tst_view_display : public QObject
 
 private slots:
     void plainSurfaceHasThePreferredColor();
+    void surfaceWithoutAMapIsLeftToTheMesh();
     void densityMapsGoToTheNamedResult_data();
     void densityMapsGoToTheNamedResult();
     void densityMapKeepsOrResetsThePalette();
@@ -49,6 +50,25 @@ void tst_view_display::plainSurfaceHasThePreferredColor()
     img = view.picture(); // read anew by every frame
     rgb = pixelAt(img, ptMiddle.x(), ptMiddle.y());
     QVERIFY(qBlue(rgb) > 150 && qRed(rgb) < 10 && qGreen(rgb) < 10);
+    COrmPreference::set3DViewPreferences(objKept);
+}
+
+void tst_view_display::surfaceWithoutAMapIsLeftToTheMesh()
+{
+    S3DViewSettings objSettings;
+    COrmPreference::get3DViewPreferences(objSettings);
+    const S3DViewSettings objKept = objSettings;
+    CRecordingView view;
+    show(view, QSize(500, 400));
+    view.load(result(QStringLiteral("A")));
+    view.onStateChangeDisplayVoxels(false);
+    view.setMeshOpacity(1.0f);
+    const QImage imgBefore = view.picture();
+    QVERIFY(countOf(imgBefore, pictureOf(view, 0), isNotBlack) > 100);
+    // With maps asked for, the preferred color is no matter, even where there is none to show.
+    objSettings.clrSurface = QColor(255, 0, 0);
+    COrmPreference::set3DViewPreferences(objSettings);
+    QCOMPARE(view.picture(), imgBefore);
     COrmPreference::set3DViewPreferences(objKept);
 }
 

@@ -62,8 +62,10 @@ private slots:
     void firstTileAloneKeepsItsDrag();
     void pressSelectsOneResult_data();
     void pressSelectsOneResult();
+    void pressOutsideClearsTheSelection_data();
     void pressOutsideClearsTheSelection();
     void pressWithoutAMoveIsOutside();
+    void wheelAndKeysChangeNothing();
     void rightPressOpensTheMenu();
     void menuRemovesTheResultItWasOpenedOn();
     void removalKeepsSelectionAndHighlight();
@@ -74,6 +76,7 @@ private slots:
     void cursors();
     void handlesArePickedByThePointer_data();
     void handlesArePickedByThePointer();
+    void ofHandlesWithinReachTheFirstDrawnIsPicked();
     void hitRecords();
 };
 
@@ -177,6 +180,7 @@ void tst_view_picking::pressSelectsOneResult_data()
     QTest::newRow("right") << Qt::RightButton << eNone << false << true << false << true;
     QTest::newRow("right, control") << Qt::RightButton << eControl << false << true << false << true;
     QTest::newRow("middle") << Qt::MiddleButton << eNone << false << true << false << false;
+    QTest::newRow("back") << Qt::BackButton << eNone << false << true << false << false;
     QTest::newRow("tool: left is the tool's") << Qt::LeftButton << eNone << true << false << false << false;
     QTest::newRow("tool: left, control is the tool's") << Qt::LeftButton << eControl << true << false << false << false;
     QTest::newRow("tool: left, control and shift") << Qt::LeftButton << eBoth << true << true << true << false;
@@ -219,15 +223,32 @@ void tst_view_picking::pressSelectsOneResult()
     }
 }
 
+void tst_view_picking::pressOutsideClearsTheSelection_data()
+{
+    QTest::addColumn<QPoint>("ptOutside");
+    CRecordingView view;
+    show(view, QSize(900, 400));
+    loadThree(view);
+    const QRect rect = pictureOf(view, 2);
+    QTest::newRow("strip of the bars") << QPoint(880, 200);
+    QTest::newRow("margin right of the tiles") << QPoint(3 * view.tileWidth() + 4, rect.center().y());
+    QTest::newRow("bar above a picture") << QPoint(rect.center().x(), rect.y() + rect.height() + 9);
+    QTest::newRow("bar below a picture") << QPoint(rect.center().x(), rect.y() - 9);
+    QTest::newRow("edge of a picture") << QPoint(rect.x(), rect.center().y());
+}
+
 void tst_view_picking::pressOutsideClearsTheSelection()
 {
+    QFETCH(QPoint, ptOutside);
     for (const Qt::MouseButton eButton : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
     {
         CRecordingView view;
         show(view, QSize(900, 400));
         loadThree(view);
         view.getSelectedList().append(QStringLiteral("SEQA"));
-        moveTo(view, QPoint(880, 200));
+        // From the last tile, since a picture's left edge is the right edge of the one before it.
+        moveTo(view, pictureOf(view, 2).center());
+        moveTo(view, ptOutside);
         QSignalSpy spy(&view, SIGNAL(updateWavelengthCombo(QString, QString)));
         press(view, eButton);
         QVERIFY(view.getSelectedList().isEmpty());
@@ -249,6 +270,29 @@ void tst_view_picking::pressWithoutAMoveIsOutside()
                          Qt::NoModifier);
     QCoreApplication::sendEvent(&view, &objEvent);
     QVERIFY(view.getSelectedList().isEmpty());
+}
+
+void tst_view_picking::wheelAndKeysChangeNothing()
+{
+    CRecordingView view;
+    show(view, QSize(900, 400));
+    loadThree(view);
+    const QPoint pt = pictureOf(view, 1).center();
+    moveTo(view, pt);
+    const QImage imgBefore = view.picture();
+    QWheelEvent objWheel(widgetPos(view, pt), view.mapToGlobal(widgetPos(view, pt)), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                         Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&view, &objWheel);
+    QVERIFY(!objWheel.isAccepted());
+    for (const Qt::Key eKey : {Qt::Key_Left, Qt::Key_Plus, Qt::Key_Escape, Qt::Key_Delete})
+    {
+        QKeyEvent objKey(QEvent::KeyPress, eKey, Qt::NoModifier);
+        QCoreApplication::sendEvent(&view, &objKey);
+        QVERIFY(!objKey.isAccepted());
+    }
+    QCOMPARE(view.picture(), imgBefore);
+    QCOMPARE(view.m_nActiveResult, 1);
+    QCOMPARE(view.getAnalysisParams().size(), 3);
 }
 
 void tst_view_picking::rightPressOpensTheMenu()
@@ -433,6 +477,39 @@ void tst_view_picking::handlesArePickedByThePointer()
     QCOMPARE(int(view.cursor().shape()), int(Qt::CrossCursor));
     moveTo(view, QPoint(880, 200));
     QCOMPARE(int(view.cursor().shape()), int(Qt::CrossCursor));
+}
+
+void tst_view_picking::ofHandlesWithinReachTheFirstDrawnIsPicked()
+{
+    // All four within ten pixels, more than which no record of hits ever holds.
+    CRecordingView view;
+    show(view, QSize(900, 400));
+    sAnalysisBase objResult = result(QStringLiteral("A"));
+    objResult.fSelectLeft = -0.1f;
+    objResult.fSelectTop = 0.1f;
+    objResult.fSelectRight = 0.1f;
+    objResult.fSelectBottom = -0.1f;
+    view.load(objResult);
+    view.setSelectVoxel(true);
+    view.picture();
+    const auto fnPickedAt = [&](const QPoint& pt)
+    {
+        moveTo(view, pictureOf(view, 0).center() + pt);
+        QMouseEvent objEvent(QEvent::MouseMove, widgetPos(view, pictureOf(view, 0).center() + pt), Qt::NoButton, Qt::NoButton,
+                             Qt::NoModifier);
+        return view.doSelection(&objEvent);
+    };
+    QCOMPARE(fnPickedAt(QPoint(0, 0)), 301L);
+    // Farther out only some are left: of 302 and 303 the latter is drawn first, of 302 and 304 the former.
+    view.getAnalysisParams()[0].fSelectLeft = -2.0f;
+    QCOMPARE(fnPickedAt(QPoint(0, 0)), 303L);
+    view.getAnalysisParams()[0].fSelectBottom = -2.0f;
+    QCOMPARE(fnPickedAt(QPoint(0, 0)), 302L);
+    view.getAnalysisParams()[0].fSelectRight = 2.0f;
+    view.getAnalysisParams()[0].fSelectLeft = -0.1f;
+    view.getAnalysisParams()[0].fSelectTop = 2.0f;
+    view.getAnalysisParams()[0].fSelectBottom = -0.1f;
+    QCOMPARE(fnPickedAt(QPoint(0, 0)), 304L);
 }
 
 void tst_view_picking::hitRecords()
