@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <ctime>
 #include <functional>
 #include <vector>
@@ -24,30 +25,43 @@ inline double secondsOf(const std::function<void()>& fnWork)
     return fnNow() - fStart;
 }
 
+/// Runs the works in turn, reports the time of the first, and returns the median of each in seconds. Before that all are run
+/// @p nWarmUps times unmeasured.
+inline std::vector<double> medians(benchmark::State& state, const std::vector<std::function<void()>>& vecWorks, int nWarmUps = 0)
+{
+    for (int i = 0; i < nWarmUps; ++i)
+    {
+        for (const auto& fnWork : vecWorks)
+        {
+            fnWork();
+        }
+    }
+    std::vector<std::vector<double>> vecTimes(vecWorks.size());
+    for (auto objUnused : state)
+    {
+        static_cast<void>(objUnused);
+        for (std::size_t i = 0; i < vecWorks.size(); ++i)
+        {
+            vecTimes[i].push_back(secondsOf(vecWorks[i]));
+        }
+        state.SetIterationTime(vecTimes.front().back());
+    }
+    std::vector<double> vecMedians;
+    for (std::vector<double>& vecOfWork : vecTimes)
+    {
+        const auto itMiddle = vecOfWork.begin() + static_cast<std::ptrdiff_t>(vecOfWork.size() / 2);
+        std::nth_element(vecOfWork.begin(), itMiddle, vecOfWork.end());
+        vecMedians.push_back(*itMiddle);
+    }
+    return vecMedians;
+}
+
 /// Runs both works in turn and reports the time of the first, with the ratio of the medians as a counter. Before that both are run
 /// @p nWarmUps times unmeasured.
 inline void compare(benchmark::State& state, const char* pszCounter, const std::function<void()>& fnOurs,
                     const std::function<void()>& fnOther, int nWarmUps = 0)
 {
-    for (int i = 0; i < nWarmUps; ++i)
-    {
-        fnOurs();
-        fnOther();
-    }
-    std::vector<double> vecOurs;
-    std::vector<double> vecOther;
-    for (auto objUnused : state)
-    {
-        static_cast<void>(objUnused);
-        vecOther.push_back(secondsOf(fnOther));
-        vecOurs.push_back(secondsOf(fnOurs));
-        state.SetIterationTime(vecOurs.back());
-    }
-    const auto fnMedian = [](std::vector<double>& vecTimes)
-    {
-        std::nth_element(vecTimes.begin(), vecTimes.begin() + static_cast<std::ptrdiff_t>(vecTimes.size() / 2), vecTimes.end());
-        return vecTimes[vecTimes.size() / 2];
-    };
-    state.counters[pszCounter] = fnMedian(vecOurs) / fnMedian(vecOther);
+    const std::vector<double> vecMedians = medians(state, {fnOurs, fnOther}, nWarmUps);
+    state.counters[pszCounter] = vecMedians[0] / vecMedians[1];
 }
 } // namespace BenchRatio

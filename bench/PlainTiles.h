@@ -1,7 +1,8 @@
 #pragma once
 
-// A plain way to draw the tiles of the comparative view: the same surfaces and voxels at the same places, from buffer objects that are
-// filled once, with the fewest calls and no regard for anybody else's state. No names, bars or frames.
+// A plain way to draw the tiles of the comparative view: the same surfaces and voxels at the same places, all of their triangles and points
+// blended one over the other, from buffer objects that are filled once, with the fewest calls and no regard for anybody else's state. No
+// names, bars or frames, and no care for the order of a surface's layers.
 
 #include "C3DMesh.h"
 #include "C3DVolume.h"
@@ -48,8 +49,8 @@ public:
         return objTile;
     }
 
-    /// Draws one tile into a viewport of fPixelsPerMm, turned about the y axis.
-    static void drawTile(const SPlainTile& objTile, bool bMIP, double fPixelsPerMm, double fDegrees, float fOpacity)
+    /// Draws the voxels of one tile into a viewport of fPixelsPerMm, turned about the y axis.
+    static void drawVoxels(const SPlainTile& objTile, bool bMIP, double fPixelsPerMm, double fDegrees)
     {
         glBindBuffer(GL_ARRAY_BUFFER, objTile.nVoxels);
         glEnableClientState(GL_VERTEX_ARRAY);
@@ -57,38 +58,36 @@ public:
         glVertexPointer(3, GL_FLOAT, sizeof(SPoint), nullptr);
         glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(SPoint), offset(3 * sizeof(float)));
         glDisable(GL_LIGHTING);
-        glDepthMask(GL_FALSE);
+        glDisable(GL_DEPTH_TEST);
+        glEnable(GL_BLEND);
         const double fEdge = fPixelsPerMm * static_cast<double>(objTile.fVoxelSize);
         if (bMIP)
         {
             const double fTurn = fDegrees * 3.14159265358979 / 180.0;
-            glDisable(GL_DEPTH_TEST);
-            glDisable(GL_BLEND);
             glPointSize(static_cast<float>(std::ceil(fEdge * (std::fabs(std::cos(fTurn)) + std::fabs(std::sin(fTurn))))));
             glDrawArrays(GL_POINTS, 0, objTile.nVoxelCount);
         }
         else
         {
-            glEnable(GL_BLEND);
             glEnable(GL_POINT_SPRITE);
             glPointSize(static_cast<float>(2.0 * fEdge));
             glDrawArrays(GL_POINTS, 0, objTile.nVoxelCount);
             glDisable(GL_POINT_SPRITE);
         }
         glDisableClientState(GL_COLOR_ARRAY);
+        glDisableClientState(GL_VERTEX_ARRAY);
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+    }
 
+    /// Draws the surface of one tile.
+    static void drawSurface(const SPlainTile& objTile, float fOpacity)
+    {
         glBindBuffer(GL_ARRAY_BUFFER, objTile.nVertices);
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, objTile.nIndexes);
+        glEnableClientState(GL_VERTEX_ARRAY);
         glVertexPointer(3, GL_FLOAT, 6 * sizeof(float), nullptr);
         glEnable(GL_DEPTH_TEST);
-        glEnable(GL_CULL_FACE);
-        glDepthMask(GL_TRUE);
         glDepthFunc(GL_LEQUAL);
-        glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
-        glDrawElements(GL_TRIANGLES, objTile.nIndexCount, GL_UNSIGNED_INT, nullptr);
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-        glDepthMask(GL_FALSE);
-        glDepthFunc(GL_EQUAL);
         glEnable(GL_BLEND);
         glEnable(GL_LIGHTING);
         glEnableClientState(GL_NORMAL_ARRAY);
@@ -97,8 +96,6 @@ public:
         glDrawElements(GL_TRIANGLES, objTile.nIndexCount, GL_UNSIGNED_INT, nullptr);
         glDisableClientState(GL_NORMAL_ARRAY);
         glDisableClientState(GL_VERTEX_ARRAY);
-        glDepthMask(GL_TRUE);
-        glDepthFunc(GL_LEQUAL);
         glBindBuffer(GL_ARRAY_BUFFER, 0);
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     }
@@ -162,15 +159,8 @@ private:
 
     static std::vector<SPoint> points(C3DVolume& objVolume)
     {
-        std::vector<C3DVolume::Voxel> vecVoxels;
+        std::vector<C3DVolume::Voxel> vecVoxels(objVolume.voxels().cbegin(), objVolume.voxels().cend());
         const float fHighest = objVolume.getAttribMaxValue();
-        for (const C3DVolume::Voxel& objVoxel : objVolume.voxels())
-        {
-            if (objVoxel.fValue >= static_cast<float>(objVolume.displayThreshold()) * fHighest)
-            {
-                vecVoxels.push_back(objVoxel);
-            }
-        }
         const bool bMIP = objVolume.m_bMIP;
         const auto fnBefore = [bMIP](const C3DVolume::Voxel& objA, const C3DVolume::Voxel& objB)
         {
