@@ -95,7 +95,7 @@ struct SKept
 SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside)
 {
     SKept sKept;
-    auto& [vecX, vecY, vecZ] = sKept.m_sVoxels.m_avecCoordinates;
+    SVoxelArrays::Coordinates& avecCoordinates = sKept.m_sVoxels.m_avecCoordinates;
     forEachRun(objGrid, objSweep, pInside,
                [&](const float*, std::size_t nCount, long nFirst, long nY, long nZ)
                {
@@ -104,12 +104,12 @@ SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsid
                        if (!objGrid.isFilled(nX, nY, nZ))
                            continue;
                        const Coord3d objCentre = objGrid.cellCentre(nX, nY, nZ);
-                       vecX.push_back(static_cast<float>(objCentre.x));
-                       vecY.push_back(static_cast<float>(objCentre.y));
-                       vecZ.push_back(static_cast<float>(objCentre.z));
+                       avecCoordinates[0].push_back(static_cast<float>(objCentre.x));
+                       avecCoordinates[1].push_back(static_cast<float>(objCentre.y));
+                       avecCoordinates[2].push_back(static_cast<float>(objCentre.z));
                    }
                });
-    sKept.m_sVoxels.m_vecValues.resize(vecX.size(), 0.0f);
+    sKept.m_sVoxels.m_vecValues.resize(avecCoordinates[0].size(), 0.0f);
     return sKept;
 }
 
@@ -117,7 +117,9 @@ SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsid
 SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, const SBounds& sBounds, float fFraction)
 {
     SKept sKept;
-    auto& [vecX, vecY, vecZ] = sKept.m_sVoxels.m_avecCoordinates;
+    OrmArray<float>& vecX = sKept.m_sVoxels.m_avecCoordinates[0];
+    OrmArray<float>& vecY = sKept.m_sVoxels.m_avecCoordinates[1];
+    OrmArray<float>& vecZ = sKept.m_sVoxels.m_avecCoordinates[2];
     OrmArray<float>& vecValues = sKept.m_sVoxels.m_vecValues;
     for (OrmArray<float>* pArray : {&vecX, &vecY, &vecZ, &vecValues})
         pArray->resize(sBounds.m_nMost + 1); // one more, which is written to and not kept
