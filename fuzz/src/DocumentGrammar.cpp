@@ -107,7 +107,7 @@ private:
         const int nHow = m_objIn.below(16);
         if (nHow == 14) // around the deepest nesting
         {
-            const int nDepth = 57 + m_objIn.below(8);
+            const int nDepth = 61 + m_objIn.below(5);
             return repeated("<Deep>", nDepth) + repeated("</Deep>", nDepth);
         }
         if (nHow == 15) // around the most attributes
@@ -200,6 +200,18 @@ private:
         if (nHow == 31)
             return m_objIn.oneOf(vecClaims);
         return std::to_string(nHow == 30 ? nTrue + 1 : nHow == 29 ? nTrue - 1 : nTrue);
+    }
+
+    /// Two counts whose product is what a reader needs: each for itself, or a pair that multiplies to little in too few bits.
+    std::pair<std::string, std::string> claims(std::int64_t nFirst, std::int64_t nSecond)
+    {
+        const std::vector<std::pair<std::string, std::string>> vecPairs = {
+            {"65536", "65536"}, {"46341", "46341"},  {"1073741824", "4"}, {"2147483647", "2147483647"}, {"-1", "-1"},
+            {"-4", "-3"},       {"131072", "32768"}, {"536870912", "8"},  {"1431655766", "3"}};
+        if (m_objIn.rarely(24))
+            return m_objIn.oneOf(vecPairs);
+        const std::string strFirst = claim(nFirst);
+        return {strFirst, claim(nSecond)};
     }
 
     std::uint32_t word(float fPlain)
@@ -338,7 +350,8 @@ private:
     {
         std::string strPixels = "00FF00ff0102";
         damageHex(strPixels);
-        return second("Orm3.0.Mask.Image", {{"Width", claim(3)}, {"Height", claim(2)}},
+        const auto [strWidth, strHeight] = claims(3, 2);
+        return second("Orm3.0.Mask.Image", {{"Width", strWidth}, {"Height", strHeight}},
                       element("Orm3.0.Mask.Pixel", {{"Text.Data", strPixels}}, ""));
     }
 
@@ -384,7 +397,8 @@ private:
         std::vector<std::uint32_t> vecPixels;
         for (int i = 0; i < nWidth * nHeight; ++i)
             vecPixels.push_back(word(static_cast<float>(i)));
-        return second(m_strStem + "HeightMap.Data", {{"Width", claim(nWidth)}, {"Height", claim(nHeight)}},
+        const auto [strWidth, strHeight] = claims(nWidth, nHeight);
+        return second(m_strStem + "HeightMap.Data", {{"Width", strWidth}, {"Height", strHeight}},
                       element(m_strStem + "HeightMap.Pixel", {{"Text.Data", hexOf(vecPixels)}}, ""));
     }
 

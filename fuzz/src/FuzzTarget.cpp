@@ -2,11 +2,9 @@
 
 #include "MemoryMeter.h"
 
-#include <QDir>
-#include <QFile>
-
 #include <cstdio>
 #include <cstdlib>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace
@@ -14,16 +12,13 @@ namespace
 long g_nTaken = 0;
 long g_nRefused = 0;
 
-/// A file without a name elsewhere: it goes when the process ends, however that comes about.
+/// A file in memory, reached through the process's own descriptor: no disk has to keep up.
 class CScratchFile
 {
 public:
-    CScratchFile()
+    CScratchFile() : m_nDescriptor(memfd_create("ormfuzz", MFD_CLOEXEC))
     {
-        QByteArray baName = QFile::encodeName(QDir::tempPath() + QStringLiteral("/ormfuzz-XXXXXX"));
-        m_nDescriptor = mkstemp(baName.data());
         FuzzTarget::demand(m_nDescriptor >= 0, "no file for documents can be made");
-        unlink(baName.constData());
     }
     ~CScratchFile() { ::close(m_nDescriptor); }
     CScratchFile(const CScratchFile&) = delete;

@@ -38,6 +38,8 @@ const std::vector<std::string> vecValues = {"2",
                                             "/etc/passwd",
                                             "a/../../b",
                                             "a/../b",
+                                            "a/../../b/c",
+                                            "../b/c/d",
                                             "C:\\x",
                                             "file:///x",
                                             "~/x",
@@ -85,6 +87,8 @@ std::string build(const std::uint8_t* pData, std::size_t nSize)
         else if (nHow == 27)
             for (int n = 1 + objIn.below(200); n > 0; --n)
                 strLine += std::to_string(n) + "=click" + vecEnds.front();
+        else if (nHow == 28)
+            strLine = "[SOLA_1]\nMenuName=" + objIn.oneOf(vecValues) + "\nFileName=" + objIn.oneOf(vecValues);
         else
             strLine = objIn.text(static_cast<std::size_t>(objIn.below(24)));
         strText += blank() + strLine + objIn.oneOf(vecEnds);
