@@ -90,6 +90,10 @@ public:
     /// Why the last operation that failed did so, with file and place; empty as long as none failed since loading.
     QString lastError() const;
 
+    /// Whether an operation failed since loading because memory ran short. What was then taken for absent may well be there, so that
+    /// nothing that was read since can be believed to be whole.
+    bool ranOutOfMemory() const { return m_bOutOfMemory; }
+
 protected:
     /// Notes a failure in lastError() and in the log; returns false. @p strPlace is the tag, @p strReason what is wrong there.
     bool fail(const QString& strPlace, const QString& strReason);
@@ -112,4 +116,5 @@ private:
     COrmXMLSection* m_pCurrent = nullptr; ///< the current second tag; belongs to m_objReader; null: none
     QString m_strCurrent;                 ///< its name
     QString m_strLastError;
+    bool m_bOutOfMemory = false; ///< since loading
 };

@@ -43,6 +43,7 @@ bool CPLResultXMLWrapper::loadXMLFile(const QString& strFile)
 {
     m_pCurrent = nullptr;
     m_strLastError.clear();
+    m_bOutOfMemory = false;
     return m_objReader.loadFile(strFile, m_strLastError);
 }
 

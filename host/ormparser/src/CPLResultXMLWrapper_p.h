@@ -14,6 +14,7 @@ bool CPLResultXMLWrapper::guarded(const QString& strPlace, FnRead fnRead)
     }
     catch (const std::bad_alloc&)
     {
+        m_bOutOfMemory = true;
         return fail(strPlace, QStringLiteral("not enough memory"));
     }
 }

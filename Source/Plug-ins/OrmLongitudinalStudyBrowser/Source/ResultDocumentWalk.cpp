@@ -62,10 +62,10 @@ public:
 
     bool run(const QString& strPath)
     {
-        return readDocument(strPath) && readUnit() && readVersions() && readMesh() && readSequenceID() && readNames() &&
-               readList(m_objKind.lstFilters[0]) && readList(m_objKind.lstFilters[1]) && readList(m_objKind.objClicks) &&
+        return readDocument(strPath) && readUnit() && isWhole() && readVersions() && readMesh() && readSequenceID() && readNames() &&
+               isWhole() && readList(m_objKind.lstFilters[0]) && readList(m_objKind.lstFilters[1]) && readList(m_objKind.objClicks) &&
                readOpticalProperties() && readHeightMap() && readSimulatedDensity() && readMeasuredDensity() && readVolume() &&
-               readResults();
+               readResults() && isWhole();
     }
 
     /// Says what the step that was interrupted says of a failure.
@@ -83,6 +83,10 @@ private:
             m_objHost.hint(text(objMessage.pText));
         }
     }
+
+    /// A block that may be absent must not pass for absent because there was no memory to read it: a calibration that is missed
+    /// would show cells as photons.
+    bool isWhole() { return !m_objXML.ranOutOfMemory() || fail(m_objKind.objNoDocument); }
 
     bool fail(const SMessage& objMessage)
     {

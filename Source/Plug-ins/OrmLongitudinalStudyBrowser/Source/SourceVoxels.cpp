@@ -6,6 +6,8 @@
 #include "VolumeSurfaceConversion.h"
 #include "fVolumeGrid.h"
 
+#include <new>
+
 namespace
 {
 
@@ -38,12 +40,11 @@ void interpolateSourceVoxels(C3DVolume* pVolume, IA3D::mesh& mesh, IA3D::mesh_ut
     objGrid.update(0.0);
     VolumeSmoothingAverage objSmoothing(objGrid);
     objSmoothing.process(g_nSmoothingPasses);
-    if (mesh.is_empty())
+    const bool bWritten = mesh.is_empty() ? VolumeSurfaceConversion::convert(objGrid, *pVolume, false)
+                                          : VolumeSurfaceConversion::convert(objGrid, *pVolume, mesh, info, false);
+    if (!bWritten)
     {
-        VolumeSurfaceConversion::convert(objGrid, *pVolume, false);
-    }
-    else
-    {
-        VolumeSurfaceConversion::convert(objGrid, *pVolume, mesh, info, false);
+        // Coarse voxels beside refined ones would pass for many times the source.
+        throw std::bad_alloc();
     }
 }
