@@ -88,7 +88,7 @@ void tst_exportpicture::failureIsLeftToTheExporter_data()
                                      << "The picture was not saved as \"view.WMF\": " + strFormats;
     QTest::newRow("too long for the disk") << QString(100, QChar(0x9f20))
                                            << "The picture was not saved as \"" + QString(100, QChar(0x9f20)) +
-                                                  ".png\": File name too long; choose another folder.";
+                                                  ".png\": File name too long; choose another name or folder.";
 }
 
 void tst_exportpicture::failureIsLeftToTheExporter()

@@ -97,23 +97,21 @@ QByteArray encoded(const QImage& image, const SFormat& objFormat, QString& strRe
 {
     QByteArray aBytes;
     QBuffer objBuffer(&aBytes);
-    try
-    {
-        objBuffer.open(QIODevice::WriteOnly);
-        strReason = objFormat.fnEncode(image, objBuffer);
-    }
-    catch (const std::bad_alloc&)
-    {
-        strReason = g_strNoMemory;
-    }
+    objBuffer.open(QIODevice::WriteOnly);
+    strReason = objFormat.fnEncode(image, objBuffer);
     return strReason.isEmpty() ? aBytes : QByteArray();
+}
+
+QString reasonOfDisk(const QString& strError)
+{
+    return QStringLiteral("%1; choose another name or folder").arg(strError);
 }
 
 QString reasonOfWriting(const QFileDevice& objFile)
 {
     if (objFile.error() == QFileDevice::ResourceError)
         return QStringLiteral("the disk is full; make room or choose another folder");
-    return QStringLiteral("%1; choose another folder").arg(objFile.errorString());
+    return reasonOfDisk(objFile.errorString());
 }
 
 /// Waits until the bytes are on the disk: some file systems notice only then that there is no room. False with errno set.
@@ -123,31 +121,37 @@ bool isOnDisk(const QFileDevice& objFile)
     return ::fsync(objFile.handle()) == 0 || errno == EINVAL || errno == ENOSYS;
 }
 
+/// False with the file's error set. A disk that fills up takes a part of the bytes first, and tells the reason only for the rest.
+bool writeAll(QFileDevice& objFile, const QByteArray& aBytes)
+{
+    qint64 nWritten = 0;
+    while (nWritten < aBytes.size())
+    {
+        const qint64 nNow = objFile.write(aBytes.constData() + nWritten, aBytes.size() - nWritten);
+        if (nNow <= 0)
+            return false;
+        nWritten += nNow;
+    }
+    return true;
+}
+
 /// Puts the bytes in the place of the file, whole or not at all. @return why not, or an empty text
 QString replaceFile(const QString& strPath, const QByteArray& aBytes)
 {
     QSaveFile objFile(strPath);
-    if (!objFile.open(QIODevice::WriteOnly))
-        return QStringLiteral("%1; choose another folder").arg(objFile.errorString());
-    // Whoever returns before commit() takes the new file away with him. The buffer is emptied here because commit() would not tell
-    // that its last piece found no room.
-    if (objFile.write(aBytes) != aBytes.size() || !objFile.flush())
+    // Without a buffer: what its last piece met would be told by nobody.
+    if (!objFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return reasonOfDisk(objFile.errorString());
+    // Whoever returns before commit() takes the new file away with him.
+    if (!writeAll(objFile, aBytes))
         return reasonOfWriting(objFile);
     if (!isOnDisk(objFile))
-        return QStringLiteral("%1; choose another folder").arg(QString::fromLocal8Bit(std::strerror(errno)));
+        return reasonOfDisk(QString::fromLocal8Bit(std::strerror(errno)));
     return objFile.commit() ? QString() : reasonOfWriting(objFile);
 }
-} // namespace
 
-QStringList OrmImageFile::extensions()
-{
-    QStringList lstExtensions;
-    for (const SFormat& objFormat : g_lstFormats)
-        lstExtensions.append(QLatin1String(objFormat.pExtension));
-    return lstExtensions;
-}
-
-QString OrmImageFile::write(const QImage& image, const QString& strPath)
+/// Writes the picture. @return why not, in one sentence, or an empty text
+QString writePicture(const QImage& image, const QString& strPath)
 {
     const QFileInfo objTarget(strPath);
     const QString strName = objTarget.fileName().isEmpty() ? strPath : objTarget.fileName();
@@ -176,4 +180,25 @@ QString OrmImageFile::write(const QImage& image, const QString& strPath)
     if (strReason.isEmpty())
         strReason = replaceFile(strPath, aBytes);
     return strReason.isEmpty() ? QString() : failure(strReason);
+}
+} // namespace
+
+QStringList OrmImageFile::extensions()
+{
+    QStringList lstExtensions;
+    for (const SFormat& objFormat : g_lstFormats)
+        lstExtensions.append(QLatin1String(objFormat.pExtension));
+    return lstExtensions;
+}
+
+QString OrmImageFile::write(const QImage& image, const QString& strPath)
+{
+    try
+    {
+        return writePicture(image, strPath);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return QStringLiteral("The picture was not saved: there is not enough memory; close other windows.");
+    }
 }
