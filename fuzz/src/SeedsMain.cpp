@@ -45,7 +45,7 @@ private:
 
 const QStringList lstDocuments = {QStringLiteral("resultxml"), QStringLiteral("readers")};
 const QStringList lstTexts = {QStringLiteral("settingstext"), QStringLiteral("infofiles")};
-const QStringList lstOthers = {QStringLiteral("hextext")};
+const QStringList lstOthers = {QStringLiteral("hextext"), QStringLiteral("exportnames")};
 
 bool addPhantoms(CSeeds& objSeeds, const QString& strPhantom)
 {
@@ -91,6 +91,8 @@ void addByHand(CSeeds& objSeeds)
         objSeeds.add(lstTexts, pText);
     for (const char* pText :
          {"0", "-1", "12.5e-3", "1e400", "1e-400", "3.4028235e38", "1e-45", "2147483648", "0000803F000000C0", "0000803g", "+1", "1e"})
+        objSeeds.add(lstOthers, pText);
+    for (const char* pText : {"/tmp/view", "/tmp/view.png", "/tmp/view.PNG.", "/tmp/a.b/view.svg", "view.tiff", "."})
         objSeeds.add(lstOthers, pText);
 }
 
