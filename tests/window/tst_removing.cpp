@@ -65,6 +65,7 @@ private slots:
     void resultThatWasReadButRefused_data();
     void resultThatWasReadButRefused();
     void idWithinAnotherTakesItsTilesToo();
+    void pointerFindsNothingWhereOnlyKeysAreLeft();
     void resultsOfTheOtherKindGoToo();
     void sequenceLastChosenGoesNotTheOneAskedAbout();
     void idOfNoListRemovesNothing();
@@ -285,6 +286,46 @@ void tst_removing::idWithinAnotherTakesItsTilesToo()
     objTool.load({QStringLiteral("R")});
     QCOMPARE(objTool.host().callsOf(QStringLiteral("box")), QStringList(QStringLiteral("box information: R  is already loaded")));
     QCOMPARE(objTool.window().pos(), g_pntElsewhere);
+}
+
+void tst_removing::pointerFindsNothingWhereOnlyKeysAreLeft()
+{
+    // The view has lost its tiles while the key of one is still known, and the pointer has been over the last of them.
+    CStudyWriter objStudy;
+    for (const QString& strID : {QStringLiteral("M1"), QStringLiteral("M10")})
+    {
+        objStudy.addSequence(strID);
+        SResultDocument objDocument;
+        objDocument.strSequenceID = strID;
+        objStudy.addResult(strID, QStringLiteral("R"), objDocument);
+    }
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    load(objTool, QStringLiteral("SOLA M1"), {QStringLiteral("R")});
+    load(objTool, QStringLiteral("SOLA M10"), {QStringLiteral("R")});
+    CLongitudinalStudyBrowserView& objView = objTool.view();
+    const QPoint pntLastTile((objView.width() - 110) * 3 / 4, objView.height() / 2);
+    QTest::mouseMove(&objView, pntLastTile);
+    QTRY_COMPARE(objView.getHighListedResult(), QStringLiteral("M10R"));
+    remove(objTool, QStringLiteral("SOLA M1"));
+    QCOMPARE(objTool.tiles(), QStringList());
+    QCOMPARE(objView.getLoadedResult(), QStringList(QStringLiteral("M10R")));
+    for (const bool bTool : {false, true})
+    {
+        objTool.get<QToolButton>("m_pSelectVoxelButton")->setChecked(bTool);
+        for (const Qt::KeyboardModifiers eModifiers : {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::ControlModifier)})
+        {
+            QTest::mousePress(&objView, Qt::LeftButton, eModifiers, pntLastTile);
+            QMouseEvent objDrag(QEvent::MouseMove, pntLastTile + QPoint(30, 20), Qt::LeftButton, Qt::LeftButton, eModifiers);
+            QApplication::sendEvent(&objView, &objDrag);
+            QTest::mouseRelease(&objView, Qt::LeftButton, eModifiers, pntLastTile + QPoint(30, 20));
+        }
+        QTest::mouseClick(&objView, Qt::RightButton, Qt::NoModifier, pntLastTile);
+        QVERIFY(QApplication::activePopupWidget() == nullptr);
+        paint(objTool);
+    }
+    QCOMPARE(objView.getSelectedList(), QStringList());
+    QCOMPARE(objTool.host().callsOf(QStringLiteral("log")), QStringList());
 }
 
 void tst_removing::resultsOfTheOtherKindGoToo()
