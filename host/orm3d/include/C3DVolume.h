@@ -104,7 +104,7 @@ private:
     void setBlock(float fVoxelSize, std::shared_ptr<const CVoxelBlock> pBlock, float fMin, float fMax);
     const CVolumeLook& look();
     void drawVoxels();
-    void drawMarks(int nPixels, bool bRing);
+    void drawMarks(CGLDrawScope& objScope, int nPixels, bool bRing);
     void drawHighest(CGLDrawScope& objScope, int nPixels);
     void drawTranslucent(CGLDrawScope& objScope, double fPixels);
     void nameVoxels() const;

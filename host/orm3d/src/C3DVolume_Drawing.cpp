@@ -7,7 +7,7 @@
 #include "CVolumeLook.h"
 #include "CVolumeMarks.h"
 #include "CVoxelBlock.h"
-#include "MaximumProjection.h"
+#include "VoxelSquares.h"
 
 #include <QtGui/qopengl.h>
 
@@ -89,6 +89,27 @@ void setUpPoints()
     glDisable(GL_MULTISAMPLE); // it would round the squares off
     glDepthMask(GL_FALSE);
 }
+
+/// What is seen of the scene, in pixels.
+VoxelSquares::SView viewOf(const CGLDrawScope& objScope)
+{
+    return {clipMatrix(objScope), objScope.viewport()[2], objScope.viewport()[3]};
+}
+
+/// Draws squares one over the other, whatever is there.
+void drawSquares(CGLDrawScope& objScope, const std::vector<VoxelSquares::SSquare>& vecSquares, int nPixels)
+{
+    if (vecSquares.empty())
+        return;
+    objScope.toPixels();
+    glDisable(GL_DEPTH_TEST);
+    glPointSize(static_cast<float>(nPixels));
+    glVertexPointer(2, GL_FLOAT, sizeof vecSquares.front(), &vecSquares.front().m_fX);
+    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof vecSquares.front(), vecSquares.front().m_anColor);
+    glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vecSquares.size()));
+    glEnable(GL_DEPTH_TEST);
+    objScope.toScene();
+}
 } // namespace
 
 const CVolumeLook& C3DVolume::look()
@@ -110,34 +131,30 @@ void C3DVolume::drawVoxels()
     glGetIntegerv(GL_STENCIL_BITS, &nStencilBits);
     const bool bRing = nStencilBits >= 8;
     glEnableClientState(GL_VERTEX_ARRAY);
-    if (!bRing)
-        drawMarks(closedSize(sPixels), false);
     glEnableClientState(GL_COLOR_ARRAY);
+    if (!bRing)
+        drawMarks(objScope, closedSize(sPixels), false);
     if (m_bMIP)
         drawHighest(objScope, closedSize(sPixels));
     else
         drawTranslucent(objScope, sPixels.m_fEdge);
-    glDisableClientState(GL_COLOR_ARRAY);
     if (bRing)
-        drawMarks(closedSize(sPixels), true);
+        drawMarks(objScope, closedSize(sPixels), true);
 }
 
 /// Every pixel keeps what is drawn last there: the highest value behind it, in just the colour of the bar.
 void C3DVolume::drawHighest(CGLDrawScope& objScope, int nPixels)
 {
+    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
     const CVolumeLook& objLook = look();
-    const MaximumProjection::SView sView = {clipMatrix(objScope), objScope.viewport()[2], objScope.viewport()[3]};
-    const std::vector<MaximumProjection::SSquare> vecSquares =
-        MaximumProjection::seenSquares(m_pBlock->geometry(), objLook.first(), objLook.colors(), sView, nPixels);
-    if (vecSquares.empty())
-        return;
-    objScope.toPixels();
-    glDisable(GL_DEPTH_TEST);
-    glPointSize(static_cast<float>(nPixels));
-    glVertexPointer(2, GL_FLOAT, sizeof vecSquares.front(), &vecSquares.front().m_fX);
-    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof vecSquares.front(), vecSquares.front().m_anColor);
-    glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vecSquares.size()));
-    objScope.toScene();
+    const std::size_t nFirst = objLook.first();
+    drawSquares(
+        objScope,
+        VoxelSquares::seen({{objGeometry.coordinates(0) + nFirst, objGeometry.coordinates(1) + nFirst, objGeometry.coordinates(2) + nFirst},
+                            objLook.colors(),
+                            objGeometry.size() - nFirst},
+                           viewOf(objScope), nPixels),
+        nPixels);
 }
 
 /// Squares of two voxels, the farthest first.
@@ -157,20 +174,18 @@ void C3DVolume::drawTranslucent(CGLDrawScope& objScope, double fPixels)
 }
 
 /// Draws a white line around the marked voxels as they are seen together; their own colours stay. Without a ring, a white ground for them.
-void C3DVolume::drawMarks(int nPixels, bool bRing)
+void C3DVolume::drawMarks(CGLDrawScope& objScope, int nPixels, bool bRing)
 {
     if (!m_pMarks)
         return;
-    const std::vector<float>& vecPositions = m_pMarks.constData()->positions();
-    const auto drawSquares = [&](int nSize)
-    {
-        glPointSize(pointSize(nSize));
-        glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vecPositions.size() / 3));
-    };
+    const CVolumeMarks& objMarks = *m_pMarks.constData();
+    const VoxelSquares::SCentres sCentres = {
+        {objMarks.coordinates(0).data(), objMarks.coordinates(1).data(), objMarks.coordinates(2).data()},
+        nullptr,
+        objMarks.voxels().size()};
+    const int nRound = static_cast<int>(pointSize(nPixels + 2 * nRingPixels));
+    const std::vector<VoxelSquares::SSquare> vecRound = VoxelSquares::seen(sCentres, viewOf(objScope), nRound);
     glDisable(GL_BLEND);
-    glDisable(GL_DEPTH_TEST);
-    glVertexPointer(3, GL_FLOAT, 0, vecPositions.data());
-    glColor4ub(255, 255, 255, 255);
     if (bRing)
     {
         glEnable(GL_STENCIL_TEST);
@@ -178,14 +193,14 @@ void C3DVolume::drawMarks(int nPixels, bool bRing)
         glStencilOp(GL_REPLACE, GL_REPLACE, GL_REPLACE);
         glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
         glStencilFunc(GL_ALWAYS, 0, nRingBit);
-        drawSquares(nPixels + 2 * nRingPixels);
+        drawSquares(objScope, vecRound, nRound);
         glStencilFunc(GL_ALWAYS, static_cast<GLint>(nRingBit), nRingBit);
-        drawSquares(nPixels);
+        drawSquares(objScope, VoxelSquares::seen(sCentres, viewOf(objScope), nPixels), nPixels);
         glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
         glStencilFunc(GL_EQUAL, 0, nRingBit);
         glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
     }
-    drawSquares(nPixels + 2 * nRingPixels);
+    drawSquares(objScope, vecRound, nRound);
 }
 
 void C3DVolume::nameVoxels() const

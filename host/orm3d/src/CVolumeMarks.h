@@ -2,6 +2,7 @@
 
 #include <QSharedData>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -19,15 +20,17 @@ public:
             return;
         m_vecMarked[nVoxel] = true;
         m_vecVoxels.push_back(nVoxel);
-        m_vecPositions.insert(m_vecPositions.end(), {fX, fY, fZ});
+        m_avecCoordinates[0].push_back(fX);
+        m_avecCoordinates[1].push_back(fY);
+        m_avecCoordinates[2].push_back(fZ);
     }
     /// The marked voxels, in the order in which they were marked.
     const std::vector<quint32>& voxels() const { return m_vecVoxels; }
-    /// x, y, z of each of them: a vertex array.
-    const std::vector<float>& positions() const { return m_vecPositions; }
+    /// Their centres along an axis (0 x, 1 y, 2 z).
+    const std::vector<float>& coordinates(std::size_t nAxis) const { return m_avecCoordinates[nAxis]; }
 
 private:
     std::vector<bool> m_vecMarked;
     std::vector<quint32> m_vecVoxels;
-    std::vector<float> m_vecPositions;
+    std::array<std::vector<float>, 3> m_avecCoordinates;
 };

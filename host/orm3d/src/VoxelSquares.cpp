@@ -1,6 +1,4 @@
-#include "MaximumProjection.h"
-
-#include "CVolumeGeometry.h"
+#include "VoxelSquares.h"
 
 #include <QtEndian>
 
@@ -54,12 +52,12 @@ private:
     std::vector<quint8> m_vecRows;
 };
 
-/// The pixels in which centres are, for a stretch of places at a time.
+/// The pixels in which centres are, for a stretch of them at a time.
 class CCentrePixels
 {
 public:
-    CCentrePixels(const CVolumeGeometry& objGeometry, const MaximumProjection::SView& sView, int nSize)
-        : m_objGeometry(objGeometry), m_nShift(nSize % 2 == 0 ? 1 << (nPixelBits - 1) : 0)
+    CCentrePixels(const VoxelSquares::SCentres& sCentres, const VoxelSquares::SView& sView, int nSize)
+        : m_sCentres(sCentres), m_nShift(nSize % 2 == 0 ? 1 << (nPixelBits - 1) : 0)
     {
         const double afScale[3] = {0.5 * sView.m_nWidth * (1 << nPixelBits), 0.5 * sView.m_nHeight * (1 << nPixelBits), 1.0};
         for (std::size_t nRow = 0; nRow < 3; ++nRow)
@@ -74,12 +72,12 @@ public:
         }
     }
 
-    /// Goes to the places from nFrom on to before nTo, no more than nAtOnce.
+    /// Goes to the centres from nFrom on to before nTo, no more than nAtOnce.
     void goTo(std::size_t nFrom, std::size_t nTo)
     {
-        const float* pX = m_objGeometry.coordinates(0) + nFrom;
-        const float* pY = m_objGeometry.coordinates(1) + nFrom;
-        const float* pZ = m_objGeometry.coordinates(2) + nFrom;
+        const float* pX = m_sCentres.m_apCoordinates[0] + nFrom;
+        const float* pY = m_sCentres.m_apCoordinates[1] + nFrom;
+        const float* pZ = m_sCentres.m_apCoordinates[2] + nFrom;
         const auto dot = [&](std::size_t nRow, std::size_t i)
         { return m_afRows[nRow][0] * pX[i] + m_afRows[nRow][1] * pY[i] + m_afRows[nRow][2] * pZ[i] + m_afRows[nRow][3]; };
         for (std::size_t i = 0; i < nTo - nFrom; ++i)
@@ -98,7 +96,7 @@ public:
     int y(std::size_t i) const { return m_anY[i]; }
 
 private:
-    const CVolumeGeometry& m_objGeometry;
+    VoxelSquares::SCentres m_sCentres;
     int m_nShift;
     float m_afRows[3][4] = {};
     float m_afMost[2] = {};
@@ -107,24 +105,24 @@ private:
 };
 } // namespace
 
-std::vector<MaximumProjection::SSquare> MaximumProjection::seenSquares(const CVolumeGeometry& objGeometry, std::size_t nFirst,
-                                                                       const quint8* pColors, const SView& sView, int nSize)
+std::vector<VoxelSquares::SSquare> VoxelSquares::seen(const SCentres& sCentres, const SView& sView, int nSize)
 {
+    constexpr quint8 anWhite[4] = {255, 255, 255, 255};
     std::vector<SSquare> vecSquares;
     CPixelCover objCover(sView.m_nWidth + nSize, sView.m_nHeight + nSize); // squares about centres on the edge lie half outside
-    CCentrePixels objCentres(objGeometry, sView, nSize);
+    CCentrePixels objPixels(sCentres, sView, nSize);
     const float fMiddle = nSize % 2 == 0 ? 0.0f : 0.5f;
-    for (std::size_t nTo = objGeometry.size(); nTo > nFirst;)
+    for (std::size_t nTo = sCentres.m_nCentres; nTo > 0;)
     {
-        const std::size_t nFrom = nTo - std::min(nAtOnce, nTo - nFirst);
-        objCentres.goTo(nFrom, nTo);
+        const std::size_t nFrom = nTo - std::min(nAtOnce, nTo);
+        objPixels.goTo(nFrom, nTo);
         for (; nTo > nFrom; --nTo) // what covers comes before what is covered
         {
-            const int nX = objCentres.x(nTo - 1 - nFrom);
-            const int nY = objCentres.y(nTo - 1 - nFrom);
+            const int nX = objPixels.x(nTo - 1 - nFrom);
+            const int nY = objPixels.y(nTo - 1 - nFrom);
             if (nX < 0 || !objCover.add(nX, nY, nSize))
                 continue;
-            const quint8* pColor = pColors + 4 * (nTo - 1 - nFirst);
+            const quint8* pColor = sCentres.m_pColors ? sCentres.m_pColors + 4 * (nTo - 1) : anWhite;
             vecSquares.push_back(
                 {static_cast<float>(nX) + fMiddle, static_cast<float>(nY) + fMiddle, {pColor[0], pColor[1], pColor[2], pColor[3]}});
         }

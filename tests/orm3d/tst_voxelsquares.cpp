@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -59,12 +60,9 @@ int squareSize(const SShot& sShot, float fVoxelSize)
     return std::max(1, int(std::ceil(fMost - 1e-3)));
 }
 
-/// The plain way: every voxel that has a value, in ascending order, later ones over earlier ones.
-QImage plain(COffscreenGl& objGl, C3DVolume& objVolume, const SShot& sShot)
+/// The plain way: a square for each voxel, later ones over earlier ones.
+void drawPlainly(const SShot& sShot, const std::vector<Voxel>& vecVoxels, int nSquare, const std::function<QColor(const Voxel&)>& fnColor)
 {
-    begin(objGl, sShot);
-    std::vector<Voxel> vecVoxels(objVolume.voxels().cbegin(), objVolume.voxels().cend());
-    std::stable_sort(vecVoxels.begin(), vecVoxels.end(), [](const Voxel& a, const Voxel& b) { return a.fValue < b.fValue; });
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -73,16 +71,26 @@ QImage plain(COffscreenGl& objGl, C3DVolume& objVolume, const SShot& sShot)
     glDisable(GL_LIGHTING);
     glEnable(GL_SCISSOR_TEST);
     glScissor(nLeft, nBottom, sShot.m_nWidth, sShot.m_nHeight);
-    glPointSize(static_cast<float>(squareSize(sShot, objVolume.getVoxelSize())));
+    glPointSize(static_cast<float>(nSquare));
     glBegin(GL_POINTS);
     for (const Voxel& voxel : vecVoxels)
     {
-        const QColor color(objVolume.m_objPalette.colorForValue(double(voxel.fValue)));
+        const QColor color = fnColor(voxel);
         glColor3ub(static_cast<GLubyte>(color.red()), static_cast<GLubyte>(color.green()), static_cast<GLubyte>(color.blue()));
         glVertex3f(voxel.x, voxel.y, voxel.z);
     }
     glEnd();
     glPopAttrib();
+}
+
+/// Every voxel that has a value, in ascending order.
+QImage plain(COffscreenGl& objGl, C3DVolume& objVolume, const SShot& sShot)
+{
+    begin(objGl, sShot);
+    std::vector<Voxel> vecVoxels(objVolume.voxels().cbegin(), objVolume.voxels().cend());
+    std::stable_sort(vecVoxels.begin(), vecVoxels.end(), [](const Voxel& a, const Voxel& b) { return a.fValue < b.fValue; });
+    drawPlainly(sShot, vecVoxels, squareSize(sShot, objVolume.getVoxelSize()),
+                [&](const Voxel& voxel) { return QColor(objVolume.m_objPalette.colorForValue(double(voxel.fValue))); });
     return objGl.grab();
 }
 
@@ -117,7 +125,7 @@ QVector<Voxel> cloud(int nSide, float fSize, double fNoise, quint32 nSeed)
 }
 } // namespace
 
-class tst_maximumprojection : public QObject
+class tst_voxelsquares : public QObject
 {
     Q_OBJECT
 
@@ -127,6 +135,7 @@ private slots:
 
     void whatIsSeenIsThePictureOfAll_data();
     void whatIsSeenIsThePictureOfAll();
+    void theOutlineIsThatOfAllMarkedVoxels();
     void centresBeyondTheTileAreNotSeen();
     void whatTheDepthsCutHidesNothing();
     void squaresBeyondSixtyFourPixelsCoverWhatTheyCover();
@@ -135,18 +144,18 @@ private:
     std::unique_ptr<COffscreenGl> m_pGl;
 };
 
-void tst_maximumprojection::init()
+void tst_voxelsquares::init()
 {
     m_pGl = std::make_unique<COffscreenGl>(320, 280);
 }
 
-void tst_maximumprojection::cleanup()
+void tst_voxelsquares::cleanup()
 {
     QCOMPARE(COffscreenGl::error(), 0U);
     m_pGl.reset();
 }
 
-void tst_maximumprojection::whatIsSeenIsThePictureOfAll_data()
+void tst_voxelsquares::whatIsSeenIsThePictureOfAll_data()
 {
     QTest::addColumn<int>("nSide");
     QTest::addColumn<float>("fVoxel");
@@ -161,7 +170,7 @@ void tst_maximumprojection::whatIsSeenIsThePictureOfAll_data()
     QTest::newRow("larger than the tile by far") << 16 << 2.0f << 0.5 << 2.5;
 }
 
-void tst_maximumprojection::whatIsSeenIsThePictureOfAll()
+void tst_voxelsquares::whatIsSeenIsThePictureOfAll()
 {
     QFETCH(int, nSide);
     QFETCH(float, fVoxel);
@@ -192,7 +201,45 @@ void tst_maximumprojection::whatIsSeenIsThePictureOfAll()
     QVERIFY(nShown > nAll / 400);
 }
 
-void tst_maximumprojection::centresBeyondTheTileAreNotSeen()
+void tst_voxelsquares::theOutlineIsThatOfAllMarkedVoxels()
+{
+    C3DVolume objVolume = volumeOf(cloud(24, 0.5f, 0.3, 5), 0.5f);
+    objVolume.setMIP(true);
+    std::vector<Voxel> vecMarked;
+    for (const Voxel& voxel : objVolume.voxels())
+    {
+        if (std::abs(voxel.x - 1.0f) < 3.0f && voxel.y > -2.0f)
+        {
+            vecMarked.push_back(voxel);
+            objVolume.addToVoxelSelection(voxel.nID);
+        }
+    }
+    int nOutline = 0;
+    for (const float fTurn : {0.0f, 33.0f, 147.0f, 260.0f})
+    {
+        const SShot sShot = {9.0, {0.3f * fTurn, fTurn, 0.1f * fTurn}, {0.1f, 0.2f, 0.3f}, 230, 210};
+        const QImage imgSeen = seen(*m_pGl, objVolume, sShot);
+        const int nSquare = squareSize(sShot, 0.5f);
+        begin(*m_pGl, sShot);
+        drawPlainly(sShot, vecMarked, nSquare + 4, [](const Voxel&) { return QColor(Qt::white); });
+        drawPlainly(sShot, vecMarked, nSquare, [](const Voxel&) { return QColor(Qt::black); });
+        const QImage imgPlain = m_pGl->grab();
+        int nDifferent = 0;
+        for (int nY = 0; nY < imgSeen.height(); ++nY)
+        {
+            for (int nX = 0; nX < imgSeen.width(); ++nX)
+            {
+                const bool bOutline = imgPlain.pixel(nX, nY) == qRgb(255, 255, 255); // no table of this volume has white
+                nDifferent += bOutline != (imgSeen.pixel(nX, nY) == qRgb(255, 255, 255)) ? 1 : 0;
+                nOutline += bOutline ? 1 : 0;
+            }
+        }
+        QVERIFY2(nDifferent * 1000 < sShot.m_nWidth * sShot.m_nHeight, qPrintable(QString::number(nDifferent)));
+    }
+    QVERIFY2(nOutline > 1000, qPrintable(QString::number(nOutline)));
+}
+
+void tst_voxelsquares::centresBeyondTheTileAreNotSeen()
 {
     // Voxels of 10 pixels with their centres a little inside and a little beyond each edge of a tile of 200 x 200 pixels.
     for (const bool bInside : {true, false})
@@ -207,7 +254,7 @@ void tst_maximumprojection::centresBeyondTheTileAreNotSeen()
     }
 }
 
-void tst_maximumprojection::whatTheDepthsCutHidesNothing()
+void tst_voxelsquares::whatTheDepthsCutHidesNothing()
 {
     // The highest lies so far in front that the view cuts it off.
     C3DVolume objVolume = volumeOf({{0, 0, 0, 1, 60.0f}, {0, 0, 700, 2, 100.0f}, {0, 0, -700, 3, 90.0f}});
@@ -217,7 +264,7 @@ void tst_maximumprojection::whatTheDepthsCutHidesNothing()
     QCOMPARE(QColor(imgSeen.pixel(nLeft + 100, m_pGl->height() - nBottom - 100)), QColor(objVolume.m_objPalette.colorForValue(60.0)));
 }
 
-void tst_maximumprojection::squaresBeyondSixtyFourPixelsCoverWhatTheyCover()
+void tst_voxelsquares::squaresBeyondSixtyFourPixelsCoverWhatTheyCover()
 {
     // Squares of 100 pixels: a low one between two high ones shows only in the strip that they leave.
     C3DVolume objVolume =
@@ -232,5 +279,5 @@ void tst_maximumprojection::squaresBeyondSixtyFourPixelsCoverWhatTheyCover()
     }
 }
 
-QTEST_MAIN(tst_maximumprojection)
-#include "tst_maximumprojection.moc"
+QTEST_MAIN(tst_voxelsquares)
+#include "tst_voxelsquares.moc"
