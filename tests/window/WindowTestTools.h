@@ -93,4 +93,27 @@ inline QStringList entries(const QComboBox* pCombo)
     }
     return lstTexts;
 }
+
+inline QStringList menuTexts(const QMenu* pMenu)
+{
+    QStringList lstTexts;
+    for (const QAction* pAction : pMenu->actions())
+    {
+        lstTexts.append(pAction->text());
+    }
+    return lstTexts;
+}
+
+/// The context menu of the sequence list: the window's menu that no button has.
+inline QMenu* sequenceMenu(CToolWindow& objTool)
+{
+    for (QMenu* pMenu : objTool.window().findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+    {
+        if (menuTexts(pMenu) == QStringList{QStringLiteral("Remove")})
+        {
+            return pMenu;
+        }
+    }
+    TestWidgets::fail(QStringLiteral("The sequence list has no menu"));
+}
 } // namespace WindowTest
