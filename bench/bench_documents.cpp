@@ -3,6 +3,7 @@
 
 #include "BenchRatio.h"
 #include "CPLResultXMLWrapper.h"
+#include "LoadStudy.h"
 #include "OrmHexText.h"
 #include "PlainDocumentReader.h"
 
@@ -159,6 +160,23 @@ void document(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * QFile(strFile).size());
 }
 
+/// A whole result: parsed, decoded, checked and put where a record holds it.
+void record(benchmark::State& state)
+{
+    const CLoadStudy objStudy(1);
+    const QString strFile = objStudy.files().first();
+    compare(
+        state, "of_plain",
+        [&]
+        {
+            SSOLAAnalysis objAnalysis;
+            CLoadStudy::read(strFile, objAnalysis);
+            benchmark::DoNotOptimize(objAnalysis.objVolume.values().data());
+        },
+        [&] { benchmark::DoNotOptimize(PlainDocumentReader::readNumbers(strFile.toStdString())); });
+    state.SetBytesProcessed(state.iterations() * QFile(strFile).size());
+}
+
 void twiceTheElements(benchmark::State& state)
 {
     const int nVersion = static_cast<int>(state.range(0));
@@ -178,6 +196,7 @@ BENCHMARK(document)
     ->ArgsProduct({{2}, {1760, 64000, 800000}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(record)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(twiceTheElements)
     ->ArgNames({"version", "vertices"})
     ->ArgsProduct({{1}, {8000, 64000, 128000}})
