@@ -262,6 +262,29 @@ private slots:
         QVERIFY(imgShown == objShown.getPrintImage()); // nothing was still waiting
     }
 
+    void whoPaintsAtOnceSeesTheChange()
+    {
+        COrmXYPlot objPlot;
+        objPlot.resize(640, 420);
+        QVERIFY(add<double>(objPlot, QStringLiteral("A"), {1.0, 2.0}));
+        objPlot.setDisplaySettings(QStringLiteral("A"), lookOfFirstLine());
+        objPlot.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&objPlot));
+        const QImage imgBefore = objPlot.grab().toImage();
+        QVERIFY(imgBefore == objPlot.getPrintImage());
+        objPlot.clear();
+        objPlot.setYAxisLabel(QStringLiteral("Reduced Chi2"));
+        QVERIFY(add<double>(objPlot, QStringLiteral("Reduced Chi-Squared profile"), {5e6, 1e3, 7e6, 2e6}));
+        objPlot.setDisplaySettings(QStringLiteral("Reduced Chi-Squared profile"), lookOfFirstLine());
+        const QImage imgSeen = objPlot.grab().toImage(); // no event ran since
+        QVERIFY(imgSeen != imgBefore);
+        const QVector<QRect> vecPoints = PlotTest::blobsLike(imgSeen, Qt::red);
+        QCOMPARE(vecPoints.size(), 4);
+        QCOMPARE(vecPoints, PlotTest::blobsLike(objPlot.getPrintImage(), Qt::red)); // on the axes that belong to them
+        QCoreApplication::processEvents();
+        QVERIFY(objPlot.grab().toImage() == objPlot.getPrintImage());
+    }
+
     void anEmptyPlotAfterLinesHasNoneLeft()
     {
         COrmXYPlot objPlot;

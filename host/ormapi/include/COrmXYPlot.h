@@ -91,7 +91,9 @@ public:
 
     /// The ranges of both axes over the finite points of all lines. False if there are none.
     bool determineRanges();
+    /// Has the legend measured anew.
     void calculateLegendWidthAndHeight();
+    /// Has everything given its place anew, once for all changes before the next paint.
     void calculateLayout();
 
     /// Step between the ticks of the x axis; 0 or less lets the plot choose. Where the labels would touch, a multiple of it is taken.

@@ -132,7 +132,7 @@ void COrmXYPlot::calculateLegendWidthAndHeight()
 
 void COrmXYPlot::calculateLayout()
 {
-    m_p->m_pSheet->layOut();
+    m_p->m_pSheet->touch();
     m_p->m_pPointer->reset();
 }
 

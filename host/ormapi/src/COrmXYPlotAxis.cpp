@@ -24,6 +24,7 @@ std::vector<double> multiples(const SRange& sShown, double fStep, double fMost)
     const double fLast = std::floor(sShown.m_fUpper / fStep + 1e-6);
     std::vector<double> vecTicks;
     const auto nTicks = static_cast<int>(std::clamp(fLast - fFirst + 1.0, 0.0, fMost));
+    vecTicks.reserve(static_cast<std::size_t>(nTicks));
     for (int i = 0; i < nTicks; ++i)
         vecTicks.push_back((fFirst + i) * fStep);
     return vecTicks;

@@ -32,7 +32,6 @@ public:
     /// @param fScale magnifies lines and points
     void setLook(const DISPLAY_SETTINGS& sSettings, double fScale);
     void setBar(const SBar& sBar) { m_sBar = sBar; }
-    bool showsBars() const { return m_bBars; }
 
     /// Where a point stands.
     SPlace place(int nPoint, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap) const;

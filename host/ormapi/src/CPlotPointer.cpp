@@ -40,6 +40,7 @@ CPlotPointer::CPlotPointer(QWidget* pPlot, CPlotSheet* pSheet) : QWidget(pPlot),
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::NoFocus);
+    connect(m_pSheet, &CPlotSheet::laidOut, this, &CPlotPointer::follow);
     m_pSheet->canvas()->setMouseTracking(true);
     m_pSheet->canvas()->installEventFilter(this);
     m_pBack->setObjectName(QStringLiteral("showEverything"));
@@ -88,6 +89,8 @@ QRectF CPlotPointer::canvasRect() const
 
 bool CPlotPointer::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
+    if (dynamic_cast<QInputEvent*>(pEvent) != nullptr)
+        m_pSheet->settle(); // what the pointer is at depends on it
     switch (pEvent->type())
     {
     case QEvent::MouseButtonPress:
@@ -175,6 +178,7 @@ void CPlotPointer::endDrag()
 
 bool CPlotPointer::takeKey(const QKeyEvent& objKey)
 {
+    m_pSheet->settle();
     const QRectF rectCanvas = canvasRect();
     const QPointF ptMiddle(rectCanvas.width() / 2.0, rectCanvas.height() / 2.0);
     const bool bZoomed = m_pSheet->isZoomed();

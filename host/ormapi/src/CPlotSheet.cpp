@@ -108,13 +108,13 @@ CPlotSheet::CPlotSheet(QWidget* pParent) : QwtPlot(pParent)
 void CPlotSheet::setXLabel(const QString& strLabel)
 {
     m_strXLabel = strLabel;
-    layOut();
+    touch();
 }
 
 void CPlotSheet::setYLabel(const QString& strLabel)
 {
     m_strYLabel = strLabel;
-    layOut();
+    touch();
 }
 
 void CPlotSheet::setLogarithmic(bool bLogarithmic)
@@ -127,7 +127,7 @@ void CPlotSheet::setLogarithmic(bool bLogarithmic)
     setAxisScaleEngine(QwtPlot::yLeft, bLogarithmic ? static_cast<QwtScaleEngine*>(new QwtLogScaleEngine) : new QwtLinearScaleEngine);
     for (const SLine& sLine : qAsConst(m_lstLines))
         sLine.m_pCurve->setValues(sLine.m_vecX, sLine.m_vecY, bLogarithmic);
-    layOut();
+    touch();
 }
 
 CPlotSheet::SLine* CPlotSheet::lineOf(const QString& strName)
@@ -165,7 +165,7 @@ void CPlotSheet::removeLines()
         delete sLine.m_pCurve; // takes itself off the sheet
     m_lstLines.clear();
     m_sRanges = COrmXYPlotAxis::SDataRanges();
-    layOut();
+    touch();
 }
 
 QStringList CPlotSheet::lineNames() const
@@ -178,7 +178,8 @@ QStringList CPlotSheet::lineNames() const
 
 bool CPlotSheet::showsBars() const
 {
-    return std::any_of(m_lstLines.begin(), m_lstLines.end(), [](const SLine& sLine) { return sLine.m_pCurve->showsBars(); });
+    return std::any_of(m_lstLines.begin(), m_lstLines.end(),
+                       [](const SLine& sLine) { return sLine.m_sLook.nDisplayMode == COrmXYPlot::BarsMode; });
 }
 
 bool CPlotSheet::hasPoints() const
@@ -191,13 +192,13 @@ bool CPlotSheet::hasPoints() const
 void CPlotSheet::setView(const SView& sView)
 {
     m_optZoom = SZoom{sView, m_sRanges};
-    layOut();
+    touch();
 }
 
 void CPlotSheet::showEverything()
 {
     m_optZoom.reset();
-    layOut();
+    touch();
 }
 
 bool CPlotSheet::isZoomed() const
@@ -276,8 +277,36 @@ int CPlotSheet::mostYTicks() const
     return static_cast<int>(std::clamp(fCanvas / (fTickSpacing * fType), 2.0, static_cast<double>(nMostTicksOfYAxis)));
 }
 
+void CPlotSheet::touch()
+{
+    m_bStale = true;
+    update();
+    QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+void CPlotSheet::settle()
+{
+    if (m_bStale)
+        layOut();
+}
+
+bool CPlotSheet::event(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::LayoutRequest)
+        settle();
+    return QwtPlot::event(pEvent);
+}
+
+void CPlotSheet::paintEvent(QPaintEvent* pEvent)
+{
+    // Whoever paints without letting events run first gets no lines on axes of before.
+    settle();
+    QwtPlot::paintEvent(pEvent);
+}
+
 void CPlotSheet::layOut()
 {
+    m_bStale = false;
     applyType();
     elideLabels();
     placeBars();
@@ -291,6 +320,7 @@ void CPlotSheet::layOut()
         QCoreApplication::sendPostedEvents(pChild, QEvent::LayoutRequest);
     updateLayout();
     replot();
+    emit laidOut();
 }
 
 void CPlotSheet::applyType()

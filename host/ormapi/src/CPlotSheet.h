@@ -15,8 +15,8 @@ class QwtLegend;
 class QwtPlotGrid;
 class QwtPlotTextLabel;
 
-/// The drawing side of a plot: axes, grid, legend and lines. It lays itself out for its size, at once and whether or not it is on screen;
-/// large sheets get larger type and lines.
+/// The drawing side of a plot: axes, grid, legend and lines. It lays itself out for its size, whether or not it is on screen; large
+/// sheets get larger type and lines. Changes only mark the layout as due: it is made once for all of them, before the next paint.
 class CPlotSheet : public QwtPlot
 {
     Q_OBJECT
@@ -55,7 +55,6 @@ public:
     void setLogarithmic(bool bLogarithmic);
     bool isLogarithmic() const { return m_bLogarithmic; }
 
-    // What the following set is drawn by the next layOut().
     /// Takes the values of a line, old or new.
     void setLine(const QString& strName, const QVector<double>& vecX, const QVector<double>& vecY, const DISPLAY_SETTINGS& sLook);
     void setLook(const QString& strName, const DISPLAY_SETTINGS& sLook);
@@ -81,7 +80,11 @@ public:
     COrmXYPlotAxis::SRange evenY(const COrmXYPlotAxis::SRange& sY) const;
     COrmXYPlotAxis::SRange yOfEven(const COrmXYPlotAxis::SRange& sEven) const;
 
-    /// Gives everything its place and paints anew.
+    /// Has the layout made before the next paint.
+    void touch();
+    /// Makes the layout if it is due: places on the canvas are right only then.
+    void settle();
+    /// Gives everything its place now and paints anew.
     void layOut();
     /// Measures the legend for the present width.
     void measureLegend();
@@ -95,7 +98,13 @@ public:
     /// All points of all lines, from left to right.
     QList<SFound> allPoints() const;
 
+signals:
+    /// The layout was made: the canvas may have another place.
+    void laidOut();
+
 protected:
+    bool event(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
@@ -137,4 +146,5 @@ private:
     QString m_strYLabel;
     double m_fXStep = 0.0;
     bool m_bLogarithmic = false;
+    bool m_bStale = false; ///< the layout is due
 };
