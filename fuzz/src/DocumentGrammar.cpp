@@ -371,7 +371,7 @@ private:
 
     std::string entries(const std::string& strTag, const std::string& strKey, int nEntries)
     {
-        const std::vector<std::string> vecNames = {"560", "620 ", "a & b", "", "\xC2\xB5m", "<x>"};
+        const std::vector<std::string> vecNames = {"560", "620 ", "a & b", "", "\xC2\xB5m", "<x>", "a\tb\r\nc"};
         std::string strRows;
         for (int i = 0; i < nEntries; ++i)
             strRows += element(m_strStem + strTag, {{strKey, m_objIn.rarely(4) ? m_objIn.oneOf(vecNames) : "n" + std::to_string(i)}}, "");

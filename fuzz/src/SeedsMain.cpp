@@ -3,6 +3,7 @@
 // Phantom studies of both format versions give real files; the rest are small texts by hand and lists of choices for the targets' grammars.
 
 #include "FuzzTarget.h"
+#include "OrmDocumentLimits.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -96,6 +97,25 @@ void addByHand(CSeeds& objSeeds)
         objSeeds.add(lstOthers, pText);
 }
 
+/// Documents at the limits of XML and one beyond them.
+void addLimits(CSeeds& objSeeds)
+{
+    const QByteArray baStart = "<Ormelle.Result><a><b>";
+    const QByteArray baEnd = "</b></a></Ormelle.Result>";
+    const auto add = [&](const QByteArray& baInside) { objSeeds.add(lstDocuments, baStart + baInside + baEnd); };
+    for (const int nMore : {0, 1})
+    {
+        const int nDepth = OrmDocumentLimits::nXmlDepth - 3 + nMore;
+        add(QByteArray("<c>").repeated(nDepth) + QByteArray("</c>").repeated(nDepth));
+        add("<" + QByteArray(static_cast<int>(OrmDocumentLimits::nXmlNameBytes) + nMore, 'n') + "/>");
+        add("<c k='1'>" + QByteArray("<d/>").repeated(OrmDocumentLimits::nXmlRowElements + nMore) + "</c>");
+        QByteArray baAttributes;
+        for (int i = 0; i < OrmDocumentLimits::nXmlAttributes + nMore; ++i)
+            baAttributes += " k" + QByteArray::number(i) + "='1'";
+        add("<c" + baAttributes + "/>");
+    }
+}
+
 /// Lists of choices, from short to long: what they leave open stays plain.
 void addChoices(CSeeds& objSeeds)
 {
@@ -122,6 +142,7 @@ int main(int argc, char* argv[])
     for (const QString& strTarget : lstDocuments + lstTexts + lstOthers)
         QDir(strOut + QLatin1Char('/') + strTarget).removeRecursively();
     addByHand(objSeeds);
+    addLimits(objSeeds);
     addChoices(objSeeds);
     if (!addPhantoms(objSeeds, QFile::decodeName(argv[1])) || !objSeeds.isGood())
     {
