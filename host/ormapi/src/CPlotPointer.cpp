@@ -89,8 +89,6 @@ QRectF CPlotPointer::canvasRect() const
 
 bool CPlotPointer::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    if (dynamic_cast<QInputEvent*>(pEvent) != nullptr)
-        m_pSheet->settle(); // what the pointer is at depends on it
     switch (pEvent->type())
     {
     case QEvent::MouseButtonPress:
@@ -124,6 +122,7 @@ bool CPlotPointer::eventFilter(QObject* pWatched, QEvent* pEvent)
 
 bool CPlotPointer::press(const QMouseEvent& objEvent)
 {
+    m_pSheet->settle();
     parentWidget()->setFocus(Qt::MouseFocusReason);
     if (m_eDrag != NoDrag)
         return true;
@@ -141,6 +140,7 @@ bool CPlotPointer::press(const QMouseEvent& objEvent)
 
 bool CPlotPointer::move(const QMouseEvent& objEvent)
 {
+    m_pSheet->settle(); // what the pointer is at depends on it
     const QPoint ptBefore = m_ptLast;
     m_ptLast = objEvent.pos();
     if (m_eDrag == NoDrag)
@@ -253,6 +253,7 @@ void CPlotPointer::zoomTo(const QRectF& rectCanvas)
 
 void CPlotPointer::zoomAround(const QPointF& ptCanvas, double fFactor)
 {
+    m_pSheet->settle();
     if (m_pSheet->allPoints().isEmpty())
         return;
     const QSizeF objCanvas = canvasRect().size();
