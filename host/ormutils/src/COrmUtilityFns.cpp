@@ -27,12 +27,14 @@ void COrmUtilityFns::setCursor(const QCursor& objCursor)
 
 void COrmUtilityFns::restoreCursor()
 {
+    if (g_nCursorsSet > 0)
+    {
+        --g_nCursorsSet;
+        if (qobject_cast<QApplication*>(QCoreApplication::instance()) && QApplication::overrideCursor())
+            QApplication::restoreOverrideCursor();
+    }
+    // Last: who listens may find no memory, and the cursor must not stay for that.
     emit COrmProcess::notifier()->cursorRestored();
-    if (g_nCursorsSet == 0)
-        return;
-    --g_nCursorsSet;
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()) && QApplication::overrideCursor())
-        QApplication::restoreOverrideCursor();
 }
 
 QFont getMACDefaultFont()

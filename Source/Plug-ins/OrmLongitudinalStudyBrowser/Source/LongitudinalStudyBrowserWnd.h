@@ -163,7 +163,19 @@ private:
     void updateSavedResult(QString strSequenceID, QString strKind);
     void removeVanishedResults(const QString& strSequenceID);
     void loadSelectedResults(QString& strSelectedResult);
+    void loadByKind();
+    bool loadNamedResult();
+    /// What was loaded before a load began.
+    struct SLoadedBefore
+    {
+        int nTiles;              ///< records in the view
+        int nLoaded;             ///< keys in m_lstLoadedResults
+        int nKeys;               ///< keys in the view's list
+        QStringList lstSelected; ///< the view's selected list
+    };
+    void takeBackResult(const SLoadedBefore& objBefore);
     void finishLoading();
+    void lookAfterLoading();
     void reportLoadFailure(const QString& strText);
     void takeOverLoadedResult(const QString& strKey, const QString& strResult);
 

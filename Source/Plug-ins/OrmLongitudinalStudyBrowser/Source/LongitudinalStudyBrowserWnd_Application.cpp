@@ -127,8 +127,8 @@ void CLongitudinalStudyBrowserWnd::refineSourceVolume(SAnalysisBase& objAnalysis
     m_pView->setColorPaletteModified(true);
 }
 
-/// What comes after the hand-over. The record is in the view by now: memory that runs short here leaves the surface plain or
-/// the values as stored, and doesn't undo the load.
+/// What comes after the hand-over. Memory that runs short leaves the surface plain; where the values can't be brought into
+/// their unit the load is undone, since they would be wrong.
 void CLongitudinalStudyBrowserWnd::showInView(SAnalysisBase& objAnalysis, const QString& strResult, const QString& strFirstName)
 {
     applyQuantification(m_strSelectedSequenceID, strResult, &objAnalysis);
@@ -217,12 +217,5 @@ void CLongitudinalStudyBrowserWnd::applyQuantification(QString strSequenceID, QS
     }
     // Where the file's sequence ID differs from the selection by case no record is found, and the first one stands in.
     sAnalysisBase& objRecord = lstRecords[nRecord < lstRecords.size() ? nRecord : 0];
-    try
-    {
-        rescaleVolume(objRecord, ResultUnits::divisor(m_nResultKind, objQuantData.strMeasurementType, objQuantData.strPerUnitValue));
-    }
-    catch (const std::bad_alloc&)
-    {
-        // The volume keeps its present values, as it does without a usable divisor.
-    }
+    rescaleVolume(objRecord, ResultUnits::divisor(m_nResultKind, objQuantData.strMeasurementType, objQuantData.strPerUnitValue));
 }

@@ -8,12 +8,15 @@
 #include "COrmUtilityFns.h"
 #include "CPLSettingsFileWrapper.h"
 #include "LongitudinalStudyBrowserView.h"
+#include "PaletteWalkHost.h"
 #include "QSpanSlider.h"
 #include "QtThumbWheel.h"
 
 #include <QCoreApplication>
 #include <QListWidget>
 #include <QSet>
+
+#include <new>
 
 namespace
 {
@@ -34,6 +37,20 @@ void logEntry(const QString& strMessage, long nLevel)
 QString savedResultPath(const QString& strInfoPath, const QString& strFileName)
 {
     return strInfoPath + QStringLiteral("XML") + QLatin1Char('/') + strFileName;
+}
+
+/// Does one of the steps that must all be taken, whether or not there is memory for each.
+template <typename Fn>
+void attempt(Fn fnStep)
+{
+    try
+    {
+        fnStep();
+    }
+    catch (const std::bad_alloc&)
+    {
+        // The steps after it matter more: they free the interface.
+    }
 }
 
 bool containsIgnoringCase(const QStringList& lstNames, const QString& strName)
@@ -131,6 +148,20 @@ void CLongitudinalStudyBrowserWnd::onClickLoadButton()
     {
         return; // a press that came through while a message of this load is shown
     }
+    try
+    {
+        loadByKind();
+    }
+    catch (const std::bad_alloc&)
+    {
+        CPaletteWalkHost::logNoMemory();
+        reportLoadFailure(g_strUnableToLoad);
+    }
+    finishLoading();
+}
+
+void CLongitudinalStudyBrowserWnd::loadByKind()
+{
     if (m_pView->getAnalysisParams().isEmpty())
     {
         m_objForm.m_pThumWheel->setValue(0);
@@ -153,7 +184,6 @@ void CLongitudinalStudyBrowserWnd::onClickLoadButton()
             m_objForm.m_pNOVAGB->setEnabled(false);
         }
     }
-    finishLoading();
 }
 
 /// Loads every selected result, one after the other; the name of the one at work goes to the given member.
@@ -173,12 +203,17 @@ void CLongitudinalStudyBrowserWnd::loadSelectedResults(QString& strSelectedResul
 
 void CLongitudinalStudyBrowserWnd::finishLoading()
 {
-    updateColorPaletteForCurrentTab();
-    COrmProcess::endLongProcess(eLongProcessGeneral);
-    COrmProcess::disableUserInteraction(false);
+    attempt([this] { updateColorPaletteForCurrentTab(); });
+    attempt([] { COrmProcess::endLongProcess(eLongProcessGeneral); });
+    attempt([] { COrmProcess::disableUserInteraction(false); });
     m_bLoadInProgress = false;
-    m_objForm.m_p3DBrowserTabWidget->setCurrentIndex(0);
-    UpdateSlider(true);
+    attempt([this] { m_objForm.m_p3DBrowserTabWidget->setCurrentIndex(0); });
+    attempt([this] { UpdateSlider(true); });
+    attempt([this] { lookAfterLoading(); });
+}
+
+void CLongitudinalStudyBrowserWnd::lookAfterLoading()
+{
     QList<sAnalysisBase>& lstRecords = m_pView->getAnalysisParams();
     if (lstRecords.isEmpty())
     {
@@ -200,13 +235,67 @@ void CLongitudinalStudyBrowserWnd::finishLoading()
 /// The interface is free just long enough for the user to answer; the next result of the selection finds it locked again.
 void CLongitudinalStudyBrowserWnd::reportLoadFailure(const QString& strText)
 {
-    COrmUtilityFns::restoreCursor();
-    COrmProcess::disableUserInteraction(false);
-    COrmMessageBox::information(this, QString(), strText, QString(), QString(), QString(), 0, -1);
-    COrmProcess::disableUserInteraction(true);
+    attempt([] { COrmUtilityFns::restoreCursor(); });
+    attempt([] { COrmProcess::disableUserInteraction(false); });
+    attempt([&] { COrmMessageBox::information(this, QString(), strText, QString(), QString(), QString(), 0, -1); });
+    attempt([] { COrmProcess::disableUserInteraction(true); });
 }
 
 bool CLongitudinalStudyBrowserWnd::loadAnalysisResult()
+{
+    const SLoadedBefore objBefore = {m_pView->getAnalysisParams().size(), m_lstLoadedResults.size(), m_pView->getLoadedResult().size(),
+                                     m_pView->getSelectedList()};
+    try
+    {
+        if (loadNamedResult())
+        {
+            return true;
+        }
+        takeBackResult(objBefore); // memory may have run short when the tile was there already
+    }
+    catch (const std::bad_alloc&)
+    {
+        takeBackResult(objBefore);
+        CPaletteWalkHost::logNoMemory();
+        reportLoadFailure(g_strUnableToLoad);
+        attempt([] { COrmProcess::endLongProcess(eLongProcessGeneral); });
+        attempt([] { COrmUtilityFns::restoreCursor(); });
+    }
+    return false;
+}
+
+/// Takes out what a load that failed half-way left of its result, and selects what was selected before. Needs no memory for it.
+void CLongitudinalStudyBrowserWnd::takeBackResult(const SLoadedBefore& objBefore)
+{
+    QList<sAnalysisBase>& lstRecords = m_pView->getAnalysisParams();
+    QStringList& lstKeys = m_pView->getLoadedResult();
+    if (lstRecords.size() <= objBefore.nTiles && m_lstLoadedResults.size() <= objBefore.nLoaded && lstKeys.size() <= objBefore.nKeys)
+    {
+        return;
+    }
+    const QString& strResult = m_nResultKind == 1 ? m_strSelectedNOVAResult : m_strSelectedSOLAResult;
+    for (int i = lstRecords.size() - 1; i >= 0 && lstRecords.size() > objBefore.nTiles; --i) // the last one of that name is the new one
+    {
+        if (lstRecords.at(i).strResultName == strResult && lstRecords.at(i).nAnalysisType == m_nResultKind)
+        {
+            lstRecords.removeAt(i);
+        }
+    }
+    while (m_lstLoadedResults.size() > objBefore.nLoaded)
+    {
+        m_lstLoadedResults.removeLast();
+    }
+    while (lstKeys.size() > objBefore.nKeys)
+    {
+        lstKeys.removeLast();
+    }
+    m_pView->getSelectedList() = objBefore.lstSelected;
+    attempt([this] { updateUIControls(); });
+    m_pView->update();
+}
+
+/// Looks the selected result up in its index, reads it and shows it.
+bool CLongitudinalStudyBrowserWnd::loadNamedResult()
 {
     const bool bNOVA = m_nResultKind == 1;
     const QString strKind = bNOVA ? QStringLiteral("NOVA") : QStringLiteral("SOLA");

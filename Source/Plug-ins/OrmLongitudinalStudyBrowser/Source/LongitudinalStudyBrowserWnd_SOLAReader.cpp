@@ -30,6 +30,7 @@ bool CLongitudinalStudyBrowserWnd::loadSOLAAnalysisDataFromXML(QString strPath)
     }
     catch (const std::exception&)
     {
-        return false; // memory ran short: what was loaded before stays as it is
+        CPaletteWalkHost::logNoMemory(); // what was loaded before stays as it is
+        return false;
     }
 }

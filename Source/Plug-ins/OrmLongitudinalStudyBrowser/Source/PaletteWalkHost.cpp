@@ -6,6 +6,8 @@
 
 #include <QThread>
 
+#include <new>
+
 namespace
 {
 
@@ -29,6 +31,17 @@ void CPaletteWalkHost::keepNames(QMap<QString, QStringList>& mapNames, const QSt
 {
     m_pNames = &mapNames;
     m_strKey = strKey;
+}
+
+void CPaletteWalkHost::logNoMemory()
+{
+    try
+    {
+        logEntry(QStringLiteral("There is not enough memory to load the selected results."), 3);
+    }
+    catch (const std::bad_alloc&)
+    {
+    }
 }
 
 void CPaletteWalkHost::log(const QString& strMessage, long nLevel)

@@ -15,6 +15,9 @@ public:
     /// @param strSelectedUnit what the user selected, as the readers compare it
     CPaletteWalkHost(COrmBasePalette& objPalette, const QString& strAnalysisName, const QString& strSelectedUnit);
 
+    /// Writes to the log that memory ran short. Where there is none for that either nothing happens.
+    static void logNoMemory();
+
     /// Where names that were read go, under which key. The map must outlive the object.
     void keepNames(QMap<QString, QStringList>& mapNames, const QString& strKey);
 

@@ -483,6 +483,7 @@ bool read(const SKind& objKind, CWalkHost& objHost, const QString& strPath, cons
         catch (const std::exception&)
         {
             objWalk.sayInterrupted(); // in practice memory ran short
+            objHost.log(QStringLiteral("There is not enough memory to read this result."), 3);
         }
     }
     catch (const std::exception&)
