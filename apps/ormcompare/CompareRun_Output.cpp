@@ -1,13 +1,13 @@
 #include "CompareRun.h"
 
 #include "COrmXYPlot.h"
+#include "OrmFileWriter.h"
 #include "OrmImageFile.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QPainter>
 #include <QRadioButton>
-#include <QSaveFile>
 #include <QTabWidget>
 
 #include <sys/resource.h>
@@ -158,10 +158,10 @@ void CCompareRun::savePicture(const QString& strFile, const QImage& image)
 
 void CCompareRun::save(const QString& strFile, const QByteArray& aBytes)
 {
-    QSaveFile file(strFile);
-    if (!file.open(QIODevice::WriteOnly) || file.write(aBytes) != aBytes.size() || !file.commit())
+    const QString strReason = OrmFileWriter::replace(strFile, aBytes);
+    if (!strReason.isEmpty())
     {
-        fail(QStringLiteral("%1 cannot be written: %2").arg(strFile, file.errorString()));
+        fail(QStringLiteral("%1 cannot be written: %2").arg(strFile, strReason));
         return;
     }
     say(QStringLiteral("Written: %1").arg(strFile));

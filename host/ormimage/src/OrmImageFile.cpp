@@ -1,18 +1,14 @@
 #include "OrmImageFile.h"
 
+#include "OrmFileWriter.h"
 #include "OrmImageEncoders.h"
 
 #include <QBuffer>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <new>
-
-#include <unistd.h>
 
 namespace
 {
@@ -102,52 +98,14 @@ QByteArray encoded(const QImage& image, const SFormat& objFormat, QString& strRe
     return strReason.isEmpty() ? aBytes : QByteArray();
 }
 
-QString reasonOfDisk(const QString& strError)
-{
-    return QStringLiteral("%1; choose another name or folder").arg(strError);
-}
-
-QString reasonOfWriting(const QFileDevice& objFile)
-{
-    if (objFile.error() == QFileDevice::ResourceError)
-        return QStringLiteral("the disk is full; make room or choose another folder");
-    return reasonOfDisk(objFile.errorString());
-}
-
-/// Waits until the bytes are on the disk: some file systems notice only then that there is no room. False with errno set.
-bool isOnDisk(const QFileDevice& objFile)
-{
-    // A file system that knows no such wait has not failed.
-    return ::fsync(objFile.handle()) == 0 || errno == EINVAL || errno == ENOSYS;
-}
-
-/// False with the file's error set. A disk that fills up takes a part of the bytes first, and tells the reason only for the rest.
-bool writeAll(QFileDevice& objFile, const QByteArray& aBytes)
-{
-    qint64 nWritten = 0;
-    while (nWritten < aBytes.size())
-    {
-        const qint64 nNow = objFile.write(aBytes.constData() + nWritten, aBytes.size() - nWritten);
-        if (nNow <= 0)
-            return false;
-        nWritten += nNow;
-    }
-    return true;
-}
-
-/// Puts the bytes in the place of the file, whole or not at all. @return why not, or an empty text
+/// Puts the bytes in the place of the file, whole or not at all. @return why not and what can be done, or an empty text
 QString replaceFile(const QString& strPath, const QByteArray& aBytes)
 {
-    QSaveFile objFile(strPath);
-    // Without a buffer: what its last piece met would be told by nobody.
-    if (!objFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return reasonOfDisk(objFile.errorString());
-    // Whoever returns before commit() takes the new file away with him.
-    if (!writeAll(objFile, aBytes))
-        return reasonOfWriting(objFile);
-    if (!isOnDisk(objFile))
-        return reasonOfDisk(QString::fromLocal8Bit(std::strerror(errno)));
-    return objFile.commit() ? QString() : reasonOfWriting(objFile);
+    const QString strReason = OrmFileWriter::replace(strPath, aBytes);
+    if (strReason.isEmpty())
+        return QString();
+    return strReason == OrmFileWriter::diskIsFull() ? QStringLiteral("%1; make room or choose another folder").arg(strReason)
+                                                    : QStringLiteral("%1; choose another name or folder").arg(strReason);
 }
 
 /// Writes the picture. @return why not, in one sentence, or an empty text

@@ -1,12 +1,12 @@
 #include "CSettingsStore.h"
 
 #include "COrmLog.h"
+#include "OrmFileWriter.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 namespace
 {
@@ -90,13 +90,12 @@ void CSettingsStore::save()
     m_bUnreadable = false;
     if (!m_objRoot.contains(QStringLiteral("version")))
         m_objRoot.insert(QStringLiteral("version"), g_nVersion);
-    QSaveFile objFile(m_strFile);
-    if (!QDir().mkpath(objInfo.absolutePath()) || !objFile.open(QIODevice::WriteOnly))
+    if (!QDir().mkpath(objInfo.absolutePath()))
     {
-        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: %2").arg(m_strFile, objFile.errorString()));
+        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: their folder cannot be made.").arg(m_strFile));
         return;
     }
-    objFile.write(QJsonDocument(m_objRoot).toJson());
-    if (!objFile.commit())
-        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: %2").arg(m_strFile, objFile.errorString()));
+    const QString strReason = OrmFileWriter::replace(m_strFile, QJsonDocument(m_objRoot).toJson());
+    if (!strReason.isEmpty())
+        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: %2").arg(m_strFile, strReason));
 }
