@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+/// Whether everything is to be tried, as ./test --ci does; else a part that is spread over the whole.
+inline bool triesAll()
+{
+    return qEnvironmentVariableIsSet("ORM_TEST_ALL");
+}
+
+/// How the driver ended.
+struct SDriverRun
+{
+    int nExit = -1; ///< -1: it crashed, or did not end in time
+    QString strOutput;
+};
+
+/// Runs the driver with the faults in front of the C library.
+inline SDriverRun runDriver(const QStringList& lstArguments, const QString& strMore = QString())
+{
+    QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
+    objEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(ORM_BINARY_DIR "/lib/libormfaults.so") + strMore);
+    objEnvironment.insert(QStringLiteral("ASAN_OPTIONS"),
+                          QStringLiteral("detect_leaks=0:allocator_may_return_null=1:verify_asan_link_order=0:alloc_dealloc_mismatch=0"));
+    QProcess objProcess;
+    objProcess.setProcessEnvironment(objEnvironment);
+    objProcess.setProcessChannelMode(QProcess::MergedChannels);
+    objProcess.start(QStringLiteral(ORM_BINARY_DIR "/tests/ormfaultdriver"), lstArguments);
+    SDriverRun objRun;
+    constexpr int nPatience = 1500000; // ms
+    if (objProcess.waitForFinished(nPatience) && objProcess.exitStatus() == QProcess::NormalExit)
+        objRun.nExit = objProcess.exitCode();
+    objRun.strOutput = QString::fromUtf8(objProcess.readAll());
+    return objRun;
+}
