@@ -81,8 +81,8 @@ void addByHand(CSeeds& objSeeds)
     for (const char* pText :
          {"", "<", "<Ormelle.Result/>", "\xEF\xBB\xBF<?xml version='1.0'?><Ormelle.Result Version='1.0'></Ormelle.Result>\n",
           "<!DOCTYPE a [<!ENTITY b \"c\">]><Ormelle.Result/>",
-          "<Ormelle.Result><a><b Count=\"2\"><c k='1'/><c><k>2<!-- "
-          "-->5</k></c><d><Text.Data>0000803f</Text.Data></d></b></a></Ormelle.Result>",
+          "<Ormelle.Result><a><b Count=\"2\"><c k='1'/><c><k>2<!-- -->5</k></c></b></a></Ormelle.Result>",
+          "<Ormelle.Result><a><b><d><Text.Data>0000803f000080BF</Text.Data></d></b></a></Ormelle.Result>",
           "<Ormelle.Result><a><b x='&#65;&lt;&#x1F42D;' y=\"a\tb\r\nc\">t<![CDATA[<u>]]>&amp;v</b></a><?p i?></Ormelle.Result><!-- e -->"})
         objSeeds.add(lstDocuments, pText);
     for (const char* pText :

@@ -82,7 +82,7 @@ std::string build(const std::uint8_t* pData, std::size_t nSize)
             strLine = objIn.oneOf(vecKeys) + blank() + "=" + blank() + objIn.oneOf(vecValues);
         else if (nHow < 26)
             strLine = "# " + objIn.text(4);
-        else if (nHow == 26)
+        else if (nHow == 26 && objIn.rarely(4))
             strLine = objIn.oneOf(vecKeys) + "=" + std::string(65300U + objIn.byte(), 'v'); // around the longest line
         else if (nHow == 27)
             for (int n = 1 + objIn.below(200); n > 0; --n)

@@ -3,7 +3,7 @@
 #include "SResultDocument.h"
 
 #include <QByteArray>
-#include <QList>
+#include <QByteArrayList>
 
 #include <ctime>
 #include <random>
@@ -54,6 +54,7 @@ public:
     /// Up to three changes: bytes lost, replaced, doubled or moved, and numbers that lie.
     QByteArray mutant(QByteArray by)
     {
+        const QByteArray byLikely = "<>/=\"' 0123456789abcdefABCDEFgG.-+eE\n[]#;&!?\xC3\x80";
         for (int nChanges = 1 + below(3); nChanges > 0; --nChanges)
         {
             const int nPlace = below(by.size() + 1);
@@ -74,7 +75,7 @@ public:
             default:
                 if (nPlace < by.size())
                 {
-                    by[nPlace] = "<>/=\"' 0123456789abcdefABCDEFgG.-+eE\n[]#;&!?\xC3\x80"[below(49)];
+                    by[nPlace] = byLikely.at(below(byLikely.size()));
                 }
             }
         }
@@ -85,9 +86,9 @@ private:
     /// Puts a claim in place of the next number.
     void lie(QByteArray& by, int nFrom)
     {
-        const char* const apClaims[] = {"0",          "-1",         "1",       "3",  "65536", "46341",      "2147483647",
-                                        "2147483648", "4294967296", "1e3",     " 3", "3.0",   "1431655766", "",
-                                        "nan",        "536870913",  "1000000", "9",  "1e-50", "-2147483648"};
+        const QByteArrayList lstClaims = {"0",          "-1",         "1",       "3",  "65536", "46341",      "2147483647",
+                                          "2147483648", "4294967296", "1e3",     " 3", "3.0",   "1431655766", "",
+                                          "nan",        "536870913",  "1000000", "9",  "1e-50", "-2147483648"};
         while (nFrom < by.size() && !isDigit(by.at(nFrom)))
         {
             ++nFrom;
@@ -97,7 +98,7 @@ private:
         {
             ++nEnd;
         }
-        by.replace(nFrom, nEnd - nFrom, apClaims[below(20)]);
+        by.replace(nFrom, nEnd - nFrom, lstClaims.at(below(lstClaims.size())));
     }
 
     static bool isDigit(char c) { return c >= '0' && c <= '9'; }
