@@ -1,0 +1,150 @@
+#include "CMonkeyDialogs.h"
+
+#include "CMonkeyStudy.h"
+#include "COrmMessageBox.h"
+#include "MonkeyDiary.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QWindow>
+
+namespace
+{
+constexpr int s_nLookInterval = 5;
+/// A dialog that has not taken its answer by then is cancelled, and a menu counts as one that is waited for.
+constexpr int s_nDialogLooks = 200;
+constexpr int s_nMenuLooks = 4;
+
+const QStringList s_lstExportNames = {QStringLiteral("picture.png"), QStringLiteral("picture"), QStringLiteral("scale.bmp"),
+                                      QStringLiteral("a.b.c"), QStringLiteral("values.csv")};
+} // namespace
+
+CMonkeyDialogs::CMonkeyDialogs(const CMonkeyStudy& objStudy) : m_objStudy(objStudy)
+{
+    QObject::connect(&m_objTimer, &QTimer::timeout, [this] { look(); });
+    m_objTimer.start(s_nLookInterval);
+}
+
+void CMonkeyDialogs::beginEvent(quint32 nSeed)
+{
+    m_objRandom = CMonkeyRandom(nSeed);
+    m_pMenu.clear();
+}
+
+int CMonkeyDialogs::answer(const SMessageRequest& objRequest)
+{
+    QList<int> lstAnswers;
+    if (objRequest.bTextButtons)
+    {
+        for (int i = 0; i < objRequest.lstTexts.size(); ++i)
+        {
+            if (!objRequest.lstTexts.at(i).isEmpty())
+            {
+                lstAnswers.append(i);
+            }
+        }
+    }
+    else
+    {
+        for (const int nButton : objRequest.lstButtons)
+        {
+            const int nPlain = nButton & ~(int(QMessageBox::Default) | int(QMessageBox::Escape));
+            if (nPlain != 0)
+            {
+                lstAnswers.append(nPlain);
+            }
+        }
+    }
+    const int nOnly = objRequest.bTextButtons ? 0 : int(QMessageBox::Ok);
+    const int nAnswer = lstAnswers.isEmpty() ? nOnly : m_objRandom.oneOf(lstAnswers);
+    MonkeyDiary::add(QStringLiteral("\"%1\" answered by %2").arg(objRequest.strText.left(40)).arg(nAnswer));
+    return nAnswer;
+}
+
+void CMonkeyDialogs::look()
+{
+    if (QWidget* pMenu = QApplication::activePopupWidget())
+    {
+        m_nMenuLooks = pMenu == m_pMenu ? m_nMenuLooks + 1 : 0;
+        m_pMenu = pMenu;
+        if (m_nMenuLooks > s_nMenuLooks)
+        {
+            answerMenu(*pMenu);
+        }
+        return;
+    }
+    m_pMenu.clear();
+    QWidget* pModal = QApplication::activeModalWidget();
+    if (pModal == nullptr || !pModal->isVisible())
+    {
+        m_pSeen.clear();
+        return;
+    }
+    m_nLooks = pModal == m_pSeen ? m_nLooks + 1 : 0;
+    m_pSeen = pModal;
+    auto* pFiles = qobject_cast<QFileDialog*>(pModal);
+    if (pFiles != nullptr && m_nLooks < s_nDialogLooks)
+    {
+        answerFile(*pFiles);
+    }
+    else if (auto* pDialog = qobject_cast<QDialog*>(pModal))
+    {
+        MonkeyDiary::add(QStringLiteral("the dialog \"%1\" is given up").arg(pDialog->windowTitle()));
+        pDialog->reject();
+    }
+}
+
+void CMonkeyDialogs::answerFile(QFileDialog& objDialog)
+{
+    const bool bSaves = objDialog.acceptMode() == QFileDialog::AcceptSave;
+    auto* pName = objDialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* pButtons = objDialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+    if (pName == nullptr || pButtons == nullptr)
+    {
+        return;
+    }
+    if (m_nLooks == 0)
+    {
+        if (m_objRandom.oneIn(4))
+        {
+            MonkeyDiary::add(QStringLiteral("dialog cancelled"));
+            objDialog.reject();
+            return;
+        }
+        const QString strFile = bSaves ? m_objStudy.exportFolder() + QLatin1Char('/') + m_objRandom.oneOf(s_lstExportNames)
+                                       : m_objRandom.oneOf(m_objStudy.filesToOpen());
+        MonkeyDiary::add(QStringLiteral("dialog answered by ...%1").arg(strFile.right(30)));
+        pName->setText(strFile);
+    }
+    QPushButton* pAccept = pButtons->button(bSaves ? QDialogButtonBox::Save : QDialogButtonBox::Open);
+    if (pAccept != nullptr && pAccept->isEnabled())
+    {
+        pAccept->click();
+    }
+}
+
+void CMonkeyDialogs::answerMenu(QWidget& objMenu)
+{
+    auto* pMenu = qobject_cast<QMenu*>(&objMenu);
+    const QList<QAction*> lstActions = pMenu != nullptr ? pMenu->actions() : QList<QAction*>();
+    QAction* pAction = lstActions.isEmpty() ? nullptr : m_objRandom.oneOf(lstActions);
+    const bool bPicks = pAction != nullptr && pAction->isEnabled() && !pAction->isSeparator() && !m_objRandom.oneIn(3);
+    m_pMenu.clear();
+    if (bPicks)
+    {
+        MonkeyDiary::add(QStringLiteral("menu: ") + pAction->text());
+        pMenu->setActiveAction(pAction);
+        pMenu->close();
+        pAction->trigger();
+    }
+    else
+    {
+        MonkeyDiary::add(QStringLiteral("menu closed"));
+        objMenu.close();
+    }
+}
