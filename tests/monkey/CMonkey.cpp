@@ -17,12 +17,21 @@ constexpr int s_nSettleEvery = 25;
 QStringList* s_pWarnings = nullptr;
 QtMessageHandler s_pHandlerBefore = nullptr;
 
+/// Qt gave the keyboard to a window which the window system had not shown yet, or no longer showed: nobody's fault, and harmless.
+bool isLateFocus(const QString& strMessage)
+{
+    return strMessage.startsWith(QLatin1String("QXcbConnection: XCB error: 8")) && strMessage.contains(QLatin1String("(SetInputFocus)"));
+}
+
 /// Qt's warnings count as broken rules of the event in which they come.
 void onMessage(QtMsgType eType, const QMessageLogContext& objContext, const QString& strMessage)
 {
     if (s_pWarnings != nullptr && (eType == QtWarningMsg || eType == QtCriticalMsg))
     {
-        s_pWarnings->append(strMessage);
+        if (!isLateFocus(strMessage))
+        {
+            s_pWarnings->append(strMessage);
+        }
         return;
     }
     s_pHandlerBefore(eType, objContext, strMessage);

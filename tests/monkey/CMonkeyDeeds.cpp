@@ -353,7 +353,7 @@ void CMonkey::dragAcross(const QWidget& objWidget, QPoint ptAt, const QPoint& pt
 
 void CMonkey::resizeWindow()
 {
-    const QSize objSize(m_objRandom.oneIn(4) ? 0 : m_objRandom.below(1400), m_objRandom.oneIn(4) ? 0 : m_objRandom.below(1000));
+    const QSize objSize(m_objRandom.oneIn(4) ? 0 : m_objRandom.below(1100), m_objRandom.oneIn(4) ? 0 : m_objRandom.below(800));
     note(QStringLiteral("resize to %1 x %2").arg(objSize.width()).arg(objSize.height()));
     m_objTool.window().resize(objSize);
 }

@@ -80,7 +80,8 @@ void CMonkeyDialogs::look()
     }
     m_pMenu.clear();
     QWidget* pModal = QApplication::activeModalWidget();
-    if (pModal == nullptr || !pModal->isVisible())
+    const QWindow* pWindow = pModal != nullptr ? pModal->windowHandle() : nullptr;
+    if (pWindow == nullptr || !pWindow->isExposed()) // nobody answers what has not appeared
     {
         m_pSeen.clear();
         return;

@@ -1,13 +1,28 @@
 // A monkey at the window: random events, and what must hold after each of them.
 
 #include "CMonkey.h"
+#include "COrmProcess.h"
 #include "OrmTestMain.h"
+
+#include <QApplication>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include <GL/gl.h>
+
+/// Does something to the window that must not happen.
+using Break = std::function<void(CToolWindow&)>;
+Q_DECLARE_METATYPE(Break)
 
 class tst_Monkey : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void rules_data();
+    void rules();
     void play();
     void widestView();
 };
@@ -33,6 +48,116 @@ quint32 fromEnvironment(const char* pName, quint32 nOtherwise)
     return nValue;
 }
 } // namespace
+
+void tst_Monkey::rules_data()
+{
+    QTest::addColumn<Break>("fnBreak");
+    QTest::addColumn<QString>("strSays");
+    const auto row = [](const char* pName, const Break& fnBreak, const QString& strSays) { QTest::newRow(pName) << fnBreak << strSays; };
+    row(
+        "nothing", [](CToolWindow&) {}, QString());
+    row(
+        "a key is lost", [](CToolWindow& objTool) { objTool.view().getLoadedResult().removeFirst(); },
+        QStringLiteral("a tile without its key"));
+    row(
+        "a key comes twice", [](CToolWindow& objTool) { objTool.view().getLoadedResult().append(objTool.tiles().first()); },
+        QStringLiteral("twice the same key"));
+    row(
+        "a tile is lost", [](CToolWindow& objTool) { objTool.view().getAnalysisParams().removeLast(); }, QStringLiteral("has no tile"));
+    row(
+        "tiles out of order",
+        [](CToolWindow& objTool)
+        {
+            QList<sAnalysisBase>& lstRecords = objTool.view().getAnalysisParams();
+            lstRecords.swapItemsAt(0, lstRecords.size() - 1);
+        },
+        QStringLiteral("behind a NOVA one"));
+    row(
+        "a range upside down", [](CToolWindow& objTool) { objTool.view().setCurrentMinMax(2.0f, 1.0f, 0.0f, 1.0f); },
+        QStringLiteral("not ordered"));
+    row(
+        "a range of no number", [](CToolWindow& objTool) { objTool.view().setCurrentMinMax(0.0f, std::nanf(""), 0.0f, 1.0f); },
+        QStringLiteral("not ordered"));
+    row(
+        "a rectangle without place",
+        [](CToolWindow& objTool) { objTool.view().getAnalysisParams().first().fSelectTop = std::numeric_limits<float>::infinity(); },
+        QStringLiteral("has no place"));
+    row(
+        "load on",
+        [](CToolWindow& objTool)
+        {
+            objTool.get<QListWidget>("m_pResultWidget")->clearSelection();
+            objTool.get<QWidget>("m_pLoadButton")->setEnabled(true);
+        },
+        QStringLiteral("m_pLoadButton should be off"));
+    row(
+        "remove off", [](CToolWindow& objTool) { objTool.get<QWidget>("m_pClear3DViewButton")->setEnabled(false); },
+        QStringLiteral("m_pClear3DViewButton should be on"));
+    row(
+        "wheel off", [](CToolWindow& objTool) { objTool.get<QWidget>("m_pThumWheel")->setEnabled(false); },
+        QStringLiteral("the wheel is off"));
+    row(
+        "a unit free", [](CToolWindow& objTool) { objTool.get<QWidget>("m_pNOVAGB")->setEnabled(true); },
+        QStringLiteral("the NOVA unit is free"));
+    row(
+        "the interface locked", [](CToolWindow&) { COrmProcess::disableUserInteraction(true); }, QStringLiteral("locked"));
+    row(
+        "a load without end", [](CToolWindow&) { COrmProcess::setProcessInProgress(eLongProcessAnalysis, true); },
+        QStringLiteral("still runs"));
+    row(
+        "the wait cursor", [](CToolWindow&) { QApplication::setOverrideCursor(Qt::WaitCursor); }, QStringLiteral("wait cursor"));
+    row(
+        "an OpenGL error",
+        [](CToolWindow& objTool)
+        {
+            objTool.view().makeCurrent();
+            glEnable(GL_VENDOR);
+        },
+        QStringLiteral("OpenGL reports error 0x0500"));
+    row(
+        "a size that OpenGL refuses",
+        [](CToolWindow& objTool)
+        {
+            objTool.view().makeCurrent();
+            glViewport(0, 0, -1, -1);
+        },
+        QString());
+    row(
+        "a stack left full",
+        [](CToolWindow& objTool)
+        {
+            objTool.view().makeCurrent();
+            glPushAttrib(GL_CURRENT_BIT);
+        },
+        QStringLiteral("stacks are not empty"));
+}
+
+/// Each rule sees when it is broken: a monkey that finds nothing has looked.
+void tst_Monkey::rules()
+{
+    QFETCH(Break, fnBreak);
+    QFETCH(QString, strSays);
+    const CMonkeyStudy objStudy;
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    CMonkeyRules objRules(objTool);
+    objTool.chooseSequence(QStringLiteral("SOLA M1"));
+    objTool.load({QStringLiteral("a"), QStringLiteral("b")});
+    objTool.chooseSequence(QStringLiteral("NOVA FL"));
+    objTool.load({QStringLiteral("a")});
+    CMonkeyHands::settle();
+    QCOMPARE(objTool.tiles().size(), 3);
+    const QString strBefore = objRules.brokenWhenSettled();
+    QVERIFY2(strBefore.isNull(), qPrintable(strBefore));
+
+    fnBreak(objTool);
+    const QString strBroken = objRules.broken();
+    COrmProcess::disableUserInteraction(false);
+    COrmProcess::setProcessInProgress(eLongProcessAnalysis, false);
+    QApplication::restoreOverrideCursor();
+    QCOMPARE(strBroken.isNull(), strSays.isNull());
+    QVERIFY2(strBroken.contains(strSays), qPrintable(strBroken));
+}
 
 void tst_Monkey::play()
 {
