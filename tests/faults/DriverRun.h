@@ -18,13 +18,9 @@ struct SDriverRun
     QString strOutput;
 };
 
-/// Runs the driver with the faults in front of the C library.
-inline SDriverRun runDriver(const QStringList& lstArguments, const QString& strMore = QString())
+/// Runs the driver in the environment.
+inline SDriverRun runDriverIn(const QProcessEnvironment& objEnvironment, const QStringList& lstArguments)
 {
-    QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
-    objEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(ORM_BINARY_DIR "/lib/libormfaults.so") + strMore);
-    objEnvironment.insert(QStringLiteral("ASAN_OPTIONS"),
-                          QStringLiteral("detect_leaks=0:allocator_may_return_null=1:verify_asan_link_order=0:alloc_dealloc_mismatch=0"));
     QProcess objProcess;
     objProcess.setProcessEnvironment(objEnvironment);
     objProcess.setProcessChannelMode(QProcess::MergedChannels);
@@ -35,4 +31,30 @@ inline SDriverRun runDriver(const QStringList& lstArguments, const QString& strM
         objRun.nExit = objProcess.exitCode();
     objRun.strOutput = QString::fromUtf8(objProcess.readAll());
     return objRun;
+}
+
+/// Runs the driver with the faults in front of the C library.
+inline SDriverRun runDriver(const QStringList& lstArguments)
+{
+    QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
+    objEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(ORM_BINARY_DIR "/lib/libormfaults.so"));
+    objEnvironment.insert(QStringLiteral("ASAN_OPTIONS"),
+                          QStringLiteral("detect_leaks=0:allocator_may_return_null=1:verify_asan_link_order=0:alloc_dealloc_mismatch=0"));
+    return runDriverIn(objEnvironment, lstArguments);
+}
+
+/// Runs the driver with the search for leaks at its end: a build without the sanitizers gets it by preloading.
+inline SDriverRun runLeakCheck(const QStringList& lstArguments)
+{
+    QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
+#ifdef __SANITIZE_ADDRESS__
+    objEnvironment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=1"));
+#else
+    objEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(ORM_LSAN_LIBRARY));
+#endif
+    // Mesa's other renderer makes code as it runs, where the search finds no names.
+    objEnvironment.insert(QStringLiteral("GALLIUM_DRIVER"), QStringLiteral("softpipe"));
+    objEnvironment.insert(QStringLiteral("LSAN_OPTIONS"),
+                          QStringLiteral("print_suppressions=0:suppressions=" ORM_SOURCE_DIR "/tests/faults/leaks.supp"));
+    return runDriverIn(objEnvironment, lstArguments);
 }

@@ -1,14 +1,16 @@
-// ormfaultdriver WORK FAULT once|ever STRIDE: does the work again and again, each time with another call failing, until a run needs
+// ormfaultdriver WORK FAULT once|ever STRIDE [FROM]: does the work again and again, each time with another call failing, until a run needs
 // fewer calls. FAULT is "memory", "short" or an errno name. Ends with 0 and one line of figures; with 1 and a line for each run that came
-// out wrong.
+// out wrong. ormfaultdriver life|leak: the life of a window, or a leak, for the search for leaks.
 
 #include "CFaultWork.h"
+#include "WindowLife.h"
 
 #include "COrmPreference.h"
 #include "CSOLAView.h"
 
 #include <QApplication>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -86,7 +88,8 @@ QString doOnce(CFaultWork& objWork, const OrmFaults::SPlan& sPlan, OrmFaults::SR
     return pThrown ? QString::fromLatin1(pThrown) + QStringLiteral("; ") + strWrong : strWrong;
 }
 
-int doAll(CFaultWork& objWork, OrmFaults::SPlan sPlan, long nStride)
+/// @param nFrom the first call that fails
+int doAll(CFaultWork& objWork, OrmFaults::SPlan sPlan, long nFrom, long nStride)
 {
     const QByteArray baFolder = objWork.folder();
     sPlan.pFolder = baFolder.constData();
@@ -105,7 +108,7 @@ int doAll(CFaultWork& objWork, OrmFaults::SPlan sPlan, long nStride)
     int nRefused = 0;
     int nWrong = 0;
     OrmFaults::SRun sRun;
-    for (sPlan.nFirst = 1;; sPlan.nFirst = sRun.nHit + nStride)
+    for (sPlan.nFirst = nFrom;; sPlan.nFirst = sRun.nHit + nStride)
     {
         const QString strWrong = doOnce(objWork, sPlan, sRun);
         if (!strWrong.isEmpty() && ++nWrong <= g_nMostReported)
@@ -130,6 +133,13 @@ int main(int nArguments, char** ppArguments)
     COrmPreference::setStore(QString());
 
     const QStringList lstArguments = QCoreApplication::arguments();
+    if (lstArguments.value(1) == QLatin1String("leak"))
+    {
+        loseMemory();
+        return 0;
+    }
+    if (lstArguments.value(1) == QLatin1String("life"))
+        return liveOnce() ? 0 : 1;
     OrmFaults::SPlan sPlan;
     const std::unique_ptr<CFaultWork> pWork = CFaultWork::byName(lstArguments.value(1));
     const long nStride = lstArguments.value(4).toLong();
@@ -139,7 +149,8 @@ int main(int nArguments, char** ppArguments)
         return 2;
     }
     sPlan.bForEver = lstArguments.value(3) == QLatin1String("ever");
-    return doAll(*pWork, sPlan, nStride);
+    const long nFrom = std::max(1L, lstArguments.value(5).toLong());
+    return doAll(*pWork, sPlan, nFrom, nStride);
 }
 
 std::unique_ptr<CFaultWork> CFaultWork::byName(const QString& strName)
