@@ -5,9 +5,10 @@ fuzz_targets() {
     sed -n 's/^set(targets \(.*\))$/\1/p' "$ORM_TOP/fuzz/CMakeLists.txt"
 }
 
-# The folder of inputs of a target that once failed, where there are any.
+# found_inputs TARGET: puts the folder of its inputs that once failed into the array "found", where there are any.
 found_inputs() {
-    [ ! -d "$ORM_TOP/fuzz/found/$1" ] || echo "$ORM_TOP/fuzz/found/$1"
+    found=()
+    [ ! -d "$ORM_TOP/fuzz/found/$1" ] || found=("$ORM_TOP/fuzz/found/$1")
 }
 
 # fuzz_target FOLDER TARGET [libFuzzer options and folders...]: no input may take ten seconds, no allocation 48 MB, the process 1 GB.
