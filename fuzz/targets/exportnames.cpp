@@ -10,7 +10,8 @@
 
 namespace
 {
-constexpr int nLongestName = 185; ///< characters
+constexpr int nLongestName = 185;          ///< characters
+constexpr std::size_t nLongestPath = 1024; ///< bytes of a path that is tried
 const std::vector<std::string> vecKnown = {"bmp", "jpg", "png", "eps", "emf", "wmf", "tif", "tiff"};
 const std::vector<std::string> vecParts = {"/",
                                            ".",
@@ -144,12 +145,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     {
         objIn.byte();
         nFilter = objIn.byte();
-        while (objIn.left() > 0)
+        while (objIn.left() > 0 && strPath.size() < nLongestPath)
             strPath += objIn.rarely(8) ? std::string(160U + objIn.below(40), 'n') : objIn.oneOf(vecParts);
     }
     else
     {
-        strPath = objIn.text(nSize);
+        strPath = objIn.text(nLongestPath);
     }
     const QStringList lstFilters = ExportFileName::offeredFilters().split(QStringLiteral(";;")) +
                                    QStringList{QStringLiteral("Windows Metafile Format (*.wmf)"), QString()};
