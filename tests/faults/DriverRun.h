@@ -11,6 +11,12 @@ inline bool triesAll()
     return qEnvironmentVariableIsSet("ORM_TEST_ALL");
 }
 
+/// Qt ends a test function after five minutes, which trying all takes on a busy machine. To be called before the test starts.
+inline void allowLongFunctions()
+{
+    qputenv("QTEST_FUNCTION_TIMEOUT", "2000000"); // ms
+}
+
 /// How the driver ended.
 struct SDriverRun
 {

@@ -67,5 +67,12 @@ void TestFaults::theDriverNoticesWhatIsWrong()
     QCOMPARE(runDriver({"nothing", "EIO", "once", "1"}).nExit, 2);
 }
 
-QTEST_GUILESS_MAIN(TestFaults)
+int main(int nArguments, char** ppArguments)
+{
+    allowLongFunctions();
+    QCoreApplication objApplication(nArguments, ppArguments);
+    TestFaults objTest;
+    return QTest::qExec(&objTest, nArguments, ppArguments);
+}
+
 #include "tst_faults.moc"

@@ -272,5 +272,10 @@ void TestFaultsMemory::nothingIsLost()
     QVERIFY(nEntries <= 10);
 }
 
-ORM_TEST_MAIN(TestFaultsMemory)
+int main(int nArguments, char** ppArguments)
+{
+    allowLongFunctions();
+    return runOrmTest<TestFaultsMemory>(nArguments, ppArguments);
+}
+
 #include "tst_faults_memory.moc"

@@ -161,9 +161,13 @@ void CPlotSheet::setLook(const QString& strName, const DISPLAY_SETTINGS& sLook)
 
 void CPlotSheet::removeLines()
 {
-    for (const SLine& sLine : qAsConst(m_lstLines))
-        delete sLine.m_pCurve; // takes itself off the sheet
-    m_lstLines.clear();
+    // Off the sheet first: that may find no memory, and nothing may be thrown out of the curve's destructor, which would do it.
+    while (!m_lstLines.isEmpty())
+    {
+        m_lstLines.first().m_pCurve->detach();
+        delete m_lstLines.first().m_pCurve;
+        m_lstLines.removeFirst();
+    }
     m_sRanges = COrmXYPlotAxis::SDataRanges();
     touch();
 }

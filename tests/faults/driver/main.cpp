@@ -16,6 +16,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <execinfo.h>
 #include <unistd.h>
 
 namespace
@@ -29,6 +30,9 @@ void sayWhere(int nSignal)
 {
     const ssize_t nWritten = write(STDERR_FILENO, g_acFailing.data(), std::strlen(g_acFailing.data()));
     static_cast<void>(nWritten);
+    const OrmFaults::CHold objHold;
+    std::array<void*, 64> apFrames = {};
+    backtrace_symbols_fd(apFrames.data(), backtrace(apFrames.data(), static_cast<int>(apFrames.size())), STDERR_FILENO);
     std::signal(nSignal, SIG_DFL);
     std::raise(nSignal);
 }

@@ -77,7 +77,7 @@ bool isOfQtObject(void* pCode)
 _Unwind_Reason_Code lookAtFrame(_Unwind_Context* pContext, void* pResult)
 {
     dl_find_object objFound = {};
-    void* pCode = reinterpret_cast<void*>(_Unwind_GetIP(pContext) - 1);
+    void* pCode = reinterpret_cast<void*>(_Unwind_GetIP(pContext) - 1); // NOLINT(performance-no-int-to-ptr): what unwinding gives
     if (_dl_find_object(pCode, &objFound) != 0)
         return _URC_NO_REASON;
     const char* pLibrary = objFound.dlfo_link_map->l_name;
