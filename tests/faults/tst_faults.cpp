@@ -1,4 +1,5 @@
 #include "DriverRun.h"
+#include "OrmTestMain.h"
 
 #include <QtTest>
 
@@ -70,9 +71,8 @@ void TestFaults::theDriverNoticesWhatIsWrong()
 int main(int nArguments, char** ppArguments)
 {
     allowLongFunctions();
-    QCoreApplication objApplication(nArguments, ppArguments);
-    TestFaults objTest;
-    return QTest::qExec(&objTest, nArguments, ppArguments);
+    // An application with windows: a virtual display starts anew, deaf for a moment, whenever its last client goes.
+    return runOrmTest<TestFaults>(nArguments, ppArguments);
 }
 
 #include "tst_faults.moc"
