@@ -10,22 +10,11 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QtGui/qopengl.h>
-
-#include <GL/gl.h>
-
 using BenchRatio::secondsOf;
 
 namespace
 {
 constexpr int nSteps = 15;
-
-void paint(CLongitudinalStudyBrowserView& objView)
-{
-    objView.settle();
-    objView.makeCurrent();
-    glFinish();
-}
 
 void readAndRefine(const CLoadStudy& objStudy)
 {
@@ -67,25 +56,15 @@ void pressOfLoad(benchmark::State& state)
         CToolWindow objTool;
         objTool.open(objStudy.folder());
         objTool.chooseSequence(QStringLiteral("SOLA ") + CLoadStudy::sequenceID());
-        paint(objTool.view());
-        const double fPressed = secondsOf(
-            [&]
-            {
-                objTool.load(objStudy.results());
-                paint(objTool.view());
-            });
+        BenchDisplay::untilShown(objTool.view(), [&] { objTool.view().update(); });
+        const double fPressed = secondsOf([&] { BenchDisplay::untilShown(objTool.view(), [&] { objTool.load(objStudy.results()); }); });
         if (objTool.tiles().size() != nResults)
         {
             state.SkipWithError("not every result was loaded");
             return;
         }
         fPress += fPressed;
-        fFrame += secondsOf(
-            [&]
-            {
-                objTool.view().setRotation(0.0, 10.0, 0.0);
-                paint(objTool.view());
-            });
+        fFrame += secondsOf([&] { BenchDisplay::untilShown(objTool.view(), [&] { objTool.view().setRotation(0.0, 10.0, 0.0); }); });
         fDisplay += secondsOf([&] { showDisplay(nResults); });
         fReadAndRefine += secondsOf([&] { readAndRefine(objStudy); });
         state.SetIterationTime(fPressed);

@@ -1,3 +1,4 @@
+#include "CDrawRehearsal.h"
 #include "COffscreenGl.h"
 #include "DrawingScene.h"
 #include "GlState.h"
@@ -37,6 +38,7 @@ private slots:
     void densitiesOfNoNumberArePlain();
     void aCopyShowsTheSameDensities();
     void hiddenObjectsAreNotDrawn();
+    void nothingIsDrawnInARehearsal();
     void onlyTrueAndRenderDraws();
     void emptyObjectsDrawNothing();
     void stateIsAsBefore_data();
@@ -328,6 +330,29 @@ void tst_drawing::hiddenObjectsAreNotDrawn()
     objMesh.show(true);
     objMesh.render(true, GL_RENDER);
     QVERIFY(countNot(m_pGl->grab(), colorGround.rgb()) > 0);
+}
+
+void tst_drawing::nothingIsDrawnInARehearsal()
+{
+    C3DVolume objVolume = volumeOf({{0, 0, 0, 1, 10.0f}});
+    C3DMesh objMesh = meshOf(Shapes::ball(5, 2), 1.0f);
+    m_pGl->begin(colorGround, 10, 10);
+    QVERIFY(!CDrawRehearsal::isUnderWay());
+    {
+        const CDrawRehearsal objRehearsal;
+        {
+            const CDrawRehearsal objInner;
+        }
+        QVERIFY(CDrawRehearsal::isUnderWay());
+        objVolume.render(true, GL_RENDER);
+        objMesh.render(true, GL_RENDER);
+        QCOMPARE(countNot(m_pGl->grab(), colorGround.rgb()), 0);
+    }
+    objVolume.render(true, GL_RENDER);
+    const int nVolume = countNot(m_pGl->grab(), colorGround.rgb());
+    QVERIFY(nVolume > 0);
+    objMesh.render(true, GL_RENDER);
+    QVERIFY(countNot(m_pGl->grab(), colorGround.rgb()) > nVolume);
 }
 
 void tst_drawing::onlyTrueAndRenderDraws()

@@ -1,5 +1,6 @@
 #include "C3DMesh.h"
 
+#include "CDrawRehearsal.h"
 #include "CGLDrawScope.h"
 #include "CMeshGeometry.h"
 #include "COrmLog.h"
@@ -172,7 +173,7 @@ const C3DMesh::SColors& C3DMesh::densityColors(quint8 nAlpha)
 void C3DMesh::render(bool bDraw, unsigned int nMode)
 {
     const quint8 nAlpha = colorByte(m_fOpacity);
-    if (!bDraw || nMode != GL_RENDER || !m_bShown || nAlpha == 0 || m_pGeometry->triangleCount() == 0)
+    if (!bDraw || nMode != GL_RENDER || !m_bShown || nAlpha == 0 || m_pGeometry->triangleCount() == 0 || CDrawRehearsal::isUnderWay())
         return;
 
     const CMeshGeometry& objGeometry = *m_pGeometry;

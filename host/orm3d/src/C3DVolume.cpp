@@ -1,5 +1,6 @@
 #include "C3DVolume.h"
 
+#include "CDrawRehearsal.h"
 #include "COrmLog.h"
 #include "CVolumeLook.h"
 #include "CVolumeMarks.h"
@@ -209,6 +210,6 @@ void C3DVolume::render(bool bDraw, unsigned int nMode)
         return;
     if (nMode == GL_SELECT)
         nameVoxels();
-    else if (bDraw && nMode == GL_RENDER)
+    else if (bDraw && nMode == GL_RENDER && !CDrawRehearsal::isUnderWay())
         drawVoxels();
 }

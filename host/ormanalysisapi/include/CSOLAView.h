@@ -11,6 +11,7 @@
 
 class CSOLATextCache;
 class QLabel;
+class QOpenGLFramebufferObject;
 
 /// The OpenGL view of the analyses: background, light, rotation, box and text. What is in the picture is the business of the
 /// view that derives from it. One device-independent pixel is one pixel here, whatever scaling is forced on from outside, so that
@@ -51,14 +52,18 @@ public:
 
     /// Paints until no further frame is asked for, so that picture, colour bar and names agree; to be called before a picture is
     /// grabbed. Returns the number of frames painted; gives up after @p nMaxFrames.
-    int settle(int nMaxFrames = 8);
+    int settle(int nMaxFrames = MaxFrames);
 
     /// Stays hidden while there is no OpenGL.
     void setVisible(bool bVisible) override;
 
 protected:
-    /// Paints, and asks for one more frame where this one changed a palette or the tile size while it was painted.
+    /// Paints, and asks for one more frame where this one changed a palette or the tile size while it was painted. While the user can do
+    /// nothing, as during a load, a frame is only rehearsed: all that it decides is decided, and the picture on the screen stays
+    /// until the user can do something again.
     void paintEvent(QPaintEvent* pEvent) override;
+    /// Forgets the picture: it is lost with its size.
+    void resizeEvent(QResizeEvent* pEvent) override;
     int metric(PaintDeviceMetric eMetric) const override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
 
@@ -91,12 +96,19 @@ private:
         }
     };
     SFrameInputs frameInputs() const;
-    void dropText();
+    /// Runs frames without an effect on the screen until no further one is asked for, MaxFrames at most.
+    void rehearse();
+    void dropResources();
+
+    static constexpr int MaxFrames = 8;
 
     std::unique_ptr<QFontMetrics> m_pOwnedFontMetrics;
-    std::unique_ptr<CSOLATextCache> m_pText; ///< made by the first text
-    bool m_bUsable = true;                   ///< there is OpenGL to draw with
-    QPointer<QLabel> m_pNotice;              ///< child of the parent; null where there is OpenGL
-    quint64 m_nFrames = 0;                   ///< painted to the screen so far
-    bool m_bStale = false;                   ///< the last frame asked for another one
+    std::unique_ptr<CSOLATextCache> m_pText;                ///< made by the first text
+    bool m_bUsable = true;                                  ///< there is OpenGL to draw with
+    QPointer<QLabel> m_pNotice;                             ///< child of the parent; null where there is OpenGL
+    quint64 m_nFrames = 0;                                  ///< painted to the screen so far
+    bool m_bStale = false;                                  ///< the last frame asked for another one
+    bool m_bHasPicture = false;                             ///< a frame of the present size is on the screen
+    bool m_bOwed = false;                                   ///< frames were rehearsed since the last one painted
+    std::unique_ptr<QOpenGLFramebufferObject> m_pRehearsal; ///< a pixel that nobody sees; made by the first rehearsal
 };

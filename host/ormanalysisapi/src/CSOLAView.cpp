@@ -1,9 +1,12 @@
 #include "CSOLAView.h"
 
+#include "CDrawRehearsal.h"
 #include "COrmLog.h"
 #include "COrmPalette.h"
 #include "COrmPlainText.h"
 #include "COrmPreference.h"
+#include "COrmProcess.h"
+#include "COrmProcessNotifier.h"
 #include "CSOLATextCache.h"
 #include "Singleton.h"
 
@@ -11,6 +14,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
 #include <QPaintEvent>
 #include <QSurfaceFormat>
 
@@ -64,6 +68,14 @@ CSOLAView::CSOLAView(QWidget* pParent)
 {
     m_pFontMetrics = m_pOwnedFontMetrics.get();
     m_nTextHeight = m_pFontMetrics->height() + TextMargin;
+    connect(COrmProcess::notifier(), &COrmProcessNotifier::userInteractionDisabled, this,
+            [this](bool bDisabled)
+            {
+                if (!bDisabled && m_bOwed)
+                {
+                    update();
+                }
+            });
     QString strReason;
     if (!openGLAvailable(&strReason))
     {
@@ -91,7 +103,7 @@ CSOLAView::~CSOLAView()
     {
         disconnect(context(), nullptr, this, nullptr);
     }
-    dropText();
+    dropResources();
     delete m_pNotice;
 }
 
@@ -232,28 +244,41 @@ void CSOLAView::renderText(double dX, double dY, double /*dZ*/, const QString& s
     if (!m_pText)
     {
         m_pText = std::make_unique<CSOLATextCache>();
-        connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CSOLAView::dropText, Qt::UniqueConnection);
+        connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CSOLAView::dropResources, Qt::UniqueConnection);
     }
     m_pText->draw(strShown, font, static_cast<int>(std::lround(fX)), static_cast<int>(std::lround(fY)), qMax(1, width()),
                   qMax(1, height()));
 }
 
-void CSOLAView::dropText()
+void CSOLAView::dropResources()
 {
-    if (m_pText)
+    if (m_pText || m_pRehearsal)
     {
         makeCurrent();
         m_pText.reset();
+        m_pRehearsal.reset();
     }
 }
 
 void CSOLAView::paintEvent(QPaintEvent* pEvent)
 {
+    if (m_bHasPicture && COrmProcess::isUserInteractionDisabled())
+    {
+        rehearse();
+        m_bOwed = true;
+        return;
+    }
+    if (m_bOwed)
+    {
+        rehearse(); // so that the one frame that follows is the last one
+        m_bOwed = false;
+    }
     const SFrameInputs objBefore = frameInputs();
     QOpenGLWidget::paintEvent(pEvent);
     if (QOpenGLContext::currentContext())
     {
         drainErrors();
+        m_bHasPicture = true;
     }
     ++m_nFrames;
     // What was drawn early in the frame has not seen what was decided late in it.
@@ -262,6 +287,37 @@ void CSOLAView::paintEvent(QPaintEvent* pEvent)
     {
         update();
     }
+}
+
+void CSOLAView::resizeEvent(QResizeEvent* pEvent)
+{
+    m_bHasPicture = false;
+    QOpenGLWidget::resizeEvent(pEvent);
+}
+
+void CSOLAView::rehearse()
+{
+    makeCurrent();
+    if (!QOpenGLContext::currentContext())
+    {
+        return;
+    }
+    if (!m_pRehearsal)
+    {
+        m_pRehearsal = std::make_unique<QOpenGLFramebufferObject>(1, 1, QOpenGLFramebufferObject::CombinedDepthStencil);
+        connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &CSOLAView::dropResources, Qt::UniqueConnection);
+    }
+    const CDrawRehearsal objRehearsal;
+    bool bAgain = true;
+    for (int nFrame = 0; bAgain && nFrame < MaxFrames; ++nFrame)
+    {
+        const SFrameInputs objBefore = frameInputs();
+        m_pRehearsal->bind();
+        paintGL();
+        drainErrors();
+        bAgain = frameInputs() != objBefore;
+    }
+    makeCurrent(); // back to what is on the screen
 }
 
 int CSOLAView::settle(int nMaxFrames)

@@ -1,0 +1,3 @@
+#include "CDrawRehearsal.h"
+
+int CDrawRehearsal::s_nUnderWay = 0;
