@@ -44,6 +44,9 @@ public:
         QVERIFY2(arrLibrary.size() > 1000, qPrintable(strName));
         add((strAs.isEmpty() ? strName : strAs) + QStringLiteral(".so"), arrLibrary);
     }
+    /// Puts something there that must not be loaded: a good library damaged in a way that is named, something that is no file, or a test
+    /// library. The names are those of the table in tst_plugins.
+    void addBad(const QString& strName, const QString& strKind, QByteArray arrGood) const;
     static void setMode(const QString& strPath, unsigned nMode);
 
 private:
@@ -53,4 +56,69 @@ private:
 inline void CPluginFolder::setMode(const QString& strPath, unsigned nMode)
 {
     QCOMPARE(chmod(QFile::encodeName(strPath).constData(), nMode), 0);
+}
+
+inline void CPluginFolder::addBad(const QString& strName, const QString& strKind, QByteArray arrGood) const
+{
+    const QString strFile = file(strName);
+    QVERIFY(arrGood.size() > 1000);
+    if (strKind == QLatin1String("text"))
+        add(strName, "This is not a library.\n");
+    else if (strKind == QLatin1String("empty"))
+        add(strName, QByteArray());
+    else if (strKind == QLatin1String("one byte"))
+        add(strName, "\x7f");
+    else if (strKind == QLatin1String("cut"))
+        add(strName, arrGood.left(arrGood.size() / 2));
+    else if (strKind == QLatin1String("cut page"))
+        add(strName, arrGood.left(4096));
+    else if (strKind == QLatin1String("cut end"))
+        add(strName, arrGood.left(arrGood.size() - 1));
+    else if (strKind == QLatin1String("cut head"))
+        add(strName, arrGood.left(60));
+    else if (strKind == QLatin1String("other machine"))
+    {
+        arrGood[18] = char(arrGood.at(18) == char(0xb7) ? 0x3e : 0xb7);
+        add(strName, arrGood);
+    }
+    else if (strKind == QLatin1String("32 bits"))
+    {
+        arrGood[4] = 1;
+        add(strName, arrGood);
+    }
+    else if (strKind == QLatin1String("Qt 6"))
+    {
+        // The description begins with a mark and has the major version two bytes behind it.
+        const int nMark = arrGood.indexOf("QTMETADATA !");
+        QVERIFY(nMark > 0);
+        QCOMPARE(int(arrGood.at(nMark + 13)), QT_VERSION_MAJOR);
+        arrGood[nMark + 13] = 6;
+        add(strName, arrGood);
+    }
+    else if (strKind == QLatin1String("noise"))
+    {
+        for (int nByte = 64; nByte < arrGood.size(); ++nByte)
+            arrGood[nByte] = char((nByte * 2654435761U) >> 24);
+        add(strName, arrGood);
+    }
+    else if (strKind == QLatin1String("folder"))
+        QVERIFY(QDir().mkdir(strFile));
+    else if (strKind == QLatin1String("link"))
+    {
+        add(QStringLiteral("aside"), arrGood);
+        QVERIFY(QFile::link(file(QStringLiteral("aside")), strFile));
+    }
+    else if (strKind == QLatin1String("device link"))
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), strFile));
+    else if (strKind == QLatin1String("dangling"))
+        QVERIFY(QFile::link(QStringLiteral("/nowhere/at/all.so"), strFile));
+    else if (strKind == QLatin1String("fifo"))
+        QCOMPARE(mkfifo(QFile::encodeName(strFile).constData(), 0600), 0);
+    else if (strKind.endsWith(QLatin1String("writable")))
+    {
+        add(strName, arrGood);
+        setMode(strFile, strKind.startsWith(QLatin1String("world")) ? 0602 : 0620);
+    }
+    else
+        add(strName, library(strKind));
 }

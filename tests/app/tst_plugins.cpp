@@ -102,6 +102,10 @@ void TestPlugins::badFileIsRefusedInOneSentence_data()
                               << "it holds no tool";
     QTest::newRow("cut in the middle") << "cut"
                                        << "";
+    QTest::newRow("cut behind its first page") << "cut page"
+                                               << "";
+    QTest::newRow("without its last byte") << "cut end"
+                                           << "";
     QTest::newRow("cut in its head") << "cut head"
                                      << "it holds no tool";
     QTest::newRow("other machine") << "other machine"
@@ -136,77 +140,12 @@ void TestPlugins::badFileIsRefusedInOneSentence_data()
                                                      << "";
 }
 
-namespace
-{
-void makeBadFile(const CPluginFolder& objFolder, const QString& strName, const QString& strKind)
-{
-    const QString strFile = objFolder.file(strName);
-    QByteArray arrGood = CPluginFolder::library(QStringLiteral("RecordingTool"));
-    QVERIFY(arrGood.size() > 1000);
-    if (strKind == QLatin1String("text"))
-        objFolder.add(strName, "This is not a library.\n");
-    else if (strKind == QLatin1String("empty"))
-        objFolder.add(strName, QByteArray());
-    else if (strKind == QLatin1String("one byte"))
-        objFolder.add(strName, "\x7f");
-    else if (strKind == QLatin1String("cut"))
-        objFolder.add(strName, arrGood.left(arrGood.size() / 2));
-    else if (strKind == QLatin1String("cut head"))
-        objFolder.add(strName, arrGood.left(60));
-    else if (strKind == QLatin1String("other machine"))
-    {
-        arrGood[18] = char(arrGood.at(18) == char(0xb7) ? 0x3e : 0xb7);
-        objFolder.add(strName, arrGood);
-    }
-    else if (strKind == QLatin1String("32 bits"))
-    {
-        arrGood[4] = 1;
-        objFolder.add(strName, arrGood);
-    }
-    else if (strKind == QLatin1String("Qt 6"))
-    {
-        // The description begins with a mark and has the major version two bytes behind it.
-        const int nMark = arrGood.indexOf("QTMETADATA !");
-        QVERIFY(nMark > 0);
-        QCOMPARE(int(arrGood.at(nMark + 13)), QT_VERSION_MAJOR);
-        arrGood[nMark + 13] = 6;
-        objFolder.add(strName, arrGood);
-    }
-    else if (strKind == QLatin1String("noise"))
-    {
-        for (int nByte = 64; nByte < arrGood.size(); ++nByte)
-            arrGood[nByte] = char((nByte * 2654435761U) >> 24);
-        objFolder.add(strName, arrGood);
-    }
-    else if (strKind == QLatin1String("folder"))
-        QVERIFY(QDir().mkdir(strFile));
-    else if (strKind == QLatin1String("link"))
-    {
-        objFolder.add(QStringLiteral("aside"), arrGood);
-        QVERIFY(QFile::link(objFolder.file(QStringLiteral("aside")), strFile));
-    }
-    else if (strKind == QLatin1String("device link"))
-        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), strFile));
-    else if (strKind == QLatin1String("dangling"))
-        QVERIFY(QFile::link(QStringLiteral("/nowhere/at/all.so"), strFile));
-    else if (strKind == QLatin1String("fifo"))
-        QCOMPARE(mkfifo(QFile::encodeName(strFile).constData(), 0600), 0);
-    else if (strKind.endsWith(QLatin1String("writable")))
-    {
-        objFolder.add(strName, arrGood);
-        CPluginFolder::setMode(strFile, strKind.startsWith(QLatin1String("world")) ? 0602 : 0620);
-    }
-    else
-        objFolder.add(strName, CPluginFolder::library(strKind));
-}
-} // namespace
-
 void TestPlugins::badFileIsRefusedInOneSentence()
 {
     QFETCH(QString, kind);
     QFETCH(QString, reason);
     const CPluginFolder objFolder;
-    makeBadFile(objFolder, QStringLiteral("bad.so"), kind);
+    objFolder.addBad(QStringLiteral("bad.so"), kind, CPluginFolder::library(QStringLiteral("RecordingTool")));
     QStringList lstLogged;
     const int nSink = getLogObject()->addSink(
         [&lstLogged](const SLogEntry& sEntry)
@@ -235,8 +174,8 @@ void TestPlugins::badFilesDoNotStopTheGoodOnes()
     const QStringList lstKinds = {"text",         "empty",  "cut head", "other machine", "PlainLibrary", "ForeignTool",    "NoTool",
                                   "ThrowingTool", "folder", "link",     "device link",   "fifo",         "world-writable", "Qt 6"};
     for (int nKind = 0; nKind < lstKinds.size(); ++nKind)
-        makeBadFile(objFolder, QStringLiteral("%1 %2.so").arg(nKind % 2 == 0 ? QStringLiteral("a") : QStringLiteral("z")).arg(nKind),
-                    lstKinds.at(nKind));
+        objFolder.addBad(QStringLiteral("%1 %2.so").arg(nKind % 2 == 0 ? QStringLiteral("a") : QStringLiteral("z")).arg(nKind),
+                         lstKinds.at(nKind), CPluginFolder::library(QStringLiteral("RecordingTool")));
     objFolder.addLibrary(QStringLiteral("RecordingTool"));
     objFolder.addLibrary(QStringLiteral("OrderedTool"));
     COrmPluginManager objManager;
