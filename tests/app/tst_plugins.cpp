@@ -53,6 +53,7 @@ private slots:
     void goodToolIsLoadedAndSetUp();
     void badFileIsRefusedInOneSentence_data();
     void badFileIsRefusedInOneSentence();
+    void libraryCutAnywhereIsRefused();
     void badFilesDoNotStopTheGoodOnes();
     void duplicateIsSkipped();
     void untrustedFolderIsRefused_data();
@@ -101,11 +102,11 @@ void TestPlugins::badFileIsRefusedInOneSentence_data()
     QTest::newRow("one byte") << "one byte"
                               << "it holds no tool";
     QTest::newRow("cut in the middle") << "cut"
-                                       << "";
+                                       << "it holds no tool";
     QTest::newRow("cut behind its first page") << "cut page"
-                                               << "";
+                                               << "it holds no tool";
     QTest::newRow("without its last byte") << "cut end"
-                                           << "";
+                                           << "it holds no tool";
     QTest::newRow("cut in its head") << "cut head"
                                      << "it holds no tool";
     QTest::newRow("other machine") << "other machine"
@@ -166,6 +167,25 @@ void TestPlugins::badFileIsRefusedInOneSentence()
     QVERIFY2(!strRefusal.contains(QLatin1Char('\n')), qPrintable(strRefusal));
     QVERIFY2(strRefusal.endsWith(QLatin1Char('.')), qPrintable(strRefusal));
     QCOMPARE(lstLogged, objManager.refusals());
+}
+
+void TestPlugins::libraryCutAnywhereIsRefused()
+{
+    // The system would map what is not there and end the program at its first use.
+    const QByteArray arrGood = CPluginFolder::library(QStringLiteral("RecordingTool"));
+    QVERIFY(arrGood.size() > 1000);
+    const int nStep = 499;
+    for (int nSize = 1; nSize < arrGood.size(); nSize += nSize < 128 ? 1 : nStep)
+    {
+        const CPluginFolder objFolder;
+        objFolder.add(QStringLiteral("cut.so"), arrGood.left(nSize));
+        COrmPluginManager objManager;
+        objManager.loadFolder(objFolder.path());
+        QVERIFY2(objManager.tools().empty(), qPrintable(QString::number(nSize)));
+        QCOMPARE(objManager.refusals().size(), 1);
+        QVERIFY2(objManager.refusals().first().startsWith(QStringLiteral("cut.so was not loaded: it holds no tool (")),
+                 qPrintable(objManager.refusals().first()));
+    }
 }
 
 void TestPlugins::badFilesDoNotStopTheGoodOnes()
