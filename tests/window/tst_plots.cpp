@@ -19,7 +19,6 @@ const QString s_strQuantification = QStringLiteral("Quantification Profile");
 const QString s_strChi2 = QStringLiteral("Reduced Chi-Squared profile");
 const QString s_strFinal = QStringLiteral("Final Voxel Size");
 const QString s_strStarting = QStringLiteral("Starting Voxel Size");
-constexpr double s_fNan = std::numeric_limits<double>::quiet_NaN();
 
 /// A record with voxels of these values, numbered from 1001 on.
 sAnalysisBase record(int nKind, const std::vector<float>& vecValues)
