@@ -12,6 +12,7 @@
 #include <functional>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -67,12 +68,53 @@ int resultOf(pid_t nChild)
     return nChild > 0 && waitpid(nChild, &nStatus, 0) == nChild && WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
 }
 
-/// Makes a small disk of the folder, for this process alone. Only an administrator can.
+/// Makes a small disk of the folder, for this process alone. False without the right to do so, as in many containers.
 bool mountDisk(const QString& strFolder)
 {
     const QByteArray baSize = "size=" + QByteArray::number(g_nDiskBytes);
     return unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
            mount("none", QFile::encodeName(strFolder).constData(), "tmpfs", 0, baSize.constData()) == 0;
+}
+
+/// Lets no file of this process grow beyond so many bytes: where no disk can be made, this stands in for a full one.
+bool limitFiles(rlim_t nBytes)
+{
+    rlimit objLimit = {};
+    signal(SIGXFSZ, SIG_IGN); // the write fails instead
+    if (getrlimit(RLIMIT_FSIZE, &objLimit) != 0)
+        return false;
+    objLimit.rlim_cur = nBytes;
+    return setrlimit(RLIMIT_FSIZE, &objLimit) == 0;
+}
+
+/// Writes to a folder with room for this part of a disk. 0, or the number of what went wrong.
+int writeWithoutRoom(const QString& strFolder, double fRoom)
+{
+    const QDir objFolder(strFolder);
+    const QString strPicture = objFolder.filePath("picture.bmp");
+    const QString strTable = objFolder.filePath("table.csv");
+    const QString strFiller = objFolder.filePath("filler");
+    const QImage imgPicture = picture(1);
+    const bool bDisk = mountDisk(strFolder);
+    const int nDisk = g_nDiskBytes - 3 * 4096;
+    if (3 * imgPicture.width() * imgPicture.height() <= nDisk || !put(strPicture, "old") || !put(strTable, "old"))
+        return 2;
+    const auto nRoom = static_cast<int>(fRoom * nDisk);
+    if (!(bDisk ? put(strFiller, QByteArray((nDisk - nRoom) / 4096 * 4096, 'f')) : limitFiles(static_cast<rlim_t>(nRoom))))
+        return 3;
+    const QStringList lstBefore = entries(strFolder);
+    const QString strOfPicture = OrmImageFile::write(imgPicture, strPicture);
+    const QString strOfTable = OrmFileWriter::replace(strTable, QByteArray(2 * g_nDiskBytes, 't'));
+    if (strOfPicture.isEmpty() || strOfTable.isEmpty())
+        return 4;
+    if (bDisk && (!strOfPicture.contains(OrmFileWriter::diskIsFull()) || strOfTable != OrmFileWriter::diskIsFull()))
+        return 5;
+    if (bytesOf(strPicture) != "old" || bytesOf(strTable) != "old" || entries(strFolder) != lstBefore)
+        return 6;
+    // With room again all is as it should be.
+    if (!(bDisk ? QFile::remove(strFiller) : limitFiles(RLIM_INFINITY)))
+        return 7;
+    return OrmFileWriter::replace(strTable, QByteArray(100000, 't')).isEmpty() && bytesOf(strTable).size() == 100000 ? 0 : 8;
 }
 } // namespace
 
@@ -101,39 +143,7 @@ void TestFaultsDisk::aFullDiskLeavesTheOldFile()
     QFETCH(double, fRoom);
     const QTemporaryDir objFolder;
     QVERIFY(objFolder.isValid());
-    if (geteuid() != 0)
-    {
-        // Without the right to mount, the disk that has no room at all is the one that every system has.
-        QVERIFY(!OrmFileWriter::replace(QStringLiteral("/dev/full"), "x").isEmpty());
-        return;
-    }
-    const QImage imgPicture = picture(1);
-    const int nResult = resultOf(startChild(
-        [&]
-        {
-            if (!mountDisk(objFolder.path()))
-                return 2;
-            const QString strPicture = objFolder.filePath("picture.bmp");
-            const QString strTable = objFolder.filePath("table.csv");
-            const QString strFiller = objFolder.filePath("filler");
-            const int nPictureBytes = 3 * imgPicture.width() * imgPicture.height();
-            if (nPictureBytes <= g_nDiskBytes - 3 * 4096 || !put(strPicture, "old") || !put(strTable, "old"))
-                return 3;
-            const int nFiller = static_cast<int>(g_nDiskBytes - 3 * 4096 - fRoom * (g_nDiskBytes - 3 * 4096));
-            if (!put(strFiller, QByteArray(nFiller / 4096 * 4096, 'f')))
-                return 4;
-            const QStringList lstBefore = entries(objFolder.path());
-            if (!OrmImageFile::write(imgPicture, strPicture).contains(OrmFileWriter::diskIsFull()))
-                return 5;
-            if (OrmFileWriter::replace(strTable, QByteArray(2 * g_nDiskBytes, 't')) != OrmFileWriter::diskIsFull())
-                return 6;
-            if (bytesOf(strPicture) != "old" || bytesOf(strTable) != "old" || entries(objFolder.path()) != lstBefore)
-                return 7;
-            // With room again all is as it should be.
-            QFile::remove(strFiller);
-            return OrmFileWriter::replace(strTable, QByteArray(100000, 't')).isEmpty() && bytesOf(strTable).size() == 100000 ? 0 : 8;
-        }));
-    QCOMPARE(nResult, 0);
+    QCOMPARE(resultOf(startChild([&] { return writeWithoutRoom(objFolder.path(), fRoom); })), 0);
 }
 
 void TestFaultsDisk::aDeviceIsNotReplaced()
