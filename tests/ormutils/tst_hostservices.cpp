@@ -360,7 +360,7 @@ private slots:
     void storeThatMakesNoSenseGivesDefaultsAndIsKeptAside()
     {
         QFETCH(QByteArray, strBytes);
-        const QString strStore = m_objFolder.filePath(QString("bad%1.json").arg(qHash(strBytes)));
+        const QString strStore = m_objFolder.filePath(QString("bad %1.json").arg(QLatin1String(QTest::currentDataTag())));
         writeFile(strStore, strBytes);
         COrmPreference::setStore(strStore);
         CLogRecorder objLog;
@@ -411,7 +411,7 @@ private slots:
         COrmPreference::setStore(strBlocker + "/preferences.json"); // no folder can be made there, whoever runs this
         CLogRecorder objLog;
         COrmPreference::setDefaultColorBar({1, true});
-        QCOMPARE(objLog.m_lstEntries.size(), 2); // two values, two attempts
+        QCOMPARE(objLog.m_lstEntries.size(), 1); // two values, one attempt
         QCOMPARE(objLog.m_lstEntries[0].nLevel, 2L);
         QCOMPARE(COrmPreference::getDefaultColorBar().nColorTable, 1);
         QCOMPARE(contents(strBlocker), QByteArray("x"));

@@ -1,59 +1,53 @@
 #include "COrmHostSettings.h"
 
-#include "COrmLog.h"
 #include "COrmPreference.h"
 
 #include <QFileInfo>
-#include <QSettings>
+#include <QJsonArray>
 
 namespace
 {
-const QString s_strRecentKey = QStringLiteral("recentFolders");
-}
+const QString s_strWindow = QStringLiteral("window");
+const QString s_strRecent = QStringLiteral("recent");
+const QString s_strFolders = QStringLiteral("folders");
+} // namespace
 
 QString COrmHostSettings::file()
 {
     const QString strStore = COrmPreference::getStore();
-    return strStore.isEmpty() ? QString() : QFileInfo(strStore).absolutePath() + QStringLiteral("/window.ini");
+    return strStore.isEmpty() ? QString() : QFileInfo(strStore).absolutePath() + QStringLiteral("/window.json");
+}
+
+CSettingsStore& COrmHostSettings::store() const
+{
+    if (const QString strFile = file(); m_objStore.file() != strFile)
+        m_objStore.setFile(strFile);
+    return m_objStore;
 }
 
 QByteArray COrmHostSettings::value(const QString& strKey) const
 {
-    const QString strFile = file();
-    return strFile.isEmpty() ? QByteArray() : QSettings(strFile, QSettings::IniFormat).value(strKey).toByteArray();
+    return QByteArray::fromBase64(store().value(s_strWindow, strKey).toString().toLatin1());
 }
 
 void COrmHostSettings::setValue(const QString& strKey, const QByteArray& arrValue)
 {
-    const QString strFile = file();
-    if (strFile.isEmpty())
-        return;
-    QSettings objSettings(strFile, QSettings::IniFormat);
-    objSettings.setValue(strKey, arrValue);
-    objSettings.sync();
-    if (objSettings.status() != QSettings::NoError)
-        ORM_LOG(2, QStringLiteral("%1 could not be written.").arg(strFile));
-}
-
-void COrmHostSettings::store(const QString& strKey, const QStringList& lstTexts)
-{
-    m_lstRecent = lstTexts;
-    const QString strFile = file();
-    if (strFile.isEmpty())
-        return;
-    QSettings objSettings(strFile, QSettings::IniFormat);
-    objSettings.setValue(strKey, lstTexts);
-    objSettings.sync();
-    if (objSettings.status() != QSettings::NoError)
-        ORM_LOG(2, QStringLiteral("%1 could not be written.").arg(strFile));
+    if (!file().isEmpty())
+        store().setValue(s_strWindow, strKey, QString::fromLatin1(arrValue.toBase64()));
 }
 
 QStringList COrmHostSettings::recentFolders() const
 {
-    const QString strFile = file();
-    const QStringList lstStored =
-        strFile.isEmpty() ? m_lstRecent : QSettings(strFile, QSettings::IniFormat).value(s_strRecentKey).toStringList();
-    return lstStored.mid(0, s_nMaxRecent);
+    QStringList lstFolders;
+    const QJsonArray lstStored = store().value(s_strRecent, s_strFolders).toArray();
+    for (const QJsonValue& objFolder : lstStored)
+    {
+        if (const QString strFolder = objFolder.toString(); !strFolder.isEmpty() && !lstFolders.contains(strFolder))
+            lstFolders.append(strFolder);
+        if (lstFolders.size() == s_nMaxRecent)
+            break;
+    }
+    return lstFolders;
 }
 
 void COrmHostSettings::addRecentFolder(const QString& strFolder)
@@ -61,10 +55,15 @@ void COrmHostSettings::addRecentFolder(const QString& strFolder)
     QStringList lstFolders = recentFolders();
     lstFolders.removeAll(strFolder);
     lstFolders.prepend(strFolder);
-    store(s_strRecentKey, lstFolders.mid(0, s_nMaxRecent));
+    setRecentFolders(lstFolders);
+}
+
+void COrmHostSettings::setRecentFolders(const QStringList& lstFolders)
+{
+    store().setValue(s_strRecent, s_strFolders, QJsonArray::fromStringList(lstFolders.mid(0, s_nMaxRecent)));
 }
 
 void COrmHostSettings::clearRecentFolders()
 {
-    store(s_strRecentKey, {});
+    setRecentFolders({});
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "CSettingsStore.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
-/// What the main window remembers from one run to the next, in a file beside the preferences. With the preferences kept in memory
-/// alone, nothing is read or written here either.
+/// What the main window remembers from one run to the next, in a file beside the preferences that is kept as safely as they are. With
+/// the preferences kept in memory alone, nothing is read or written here either.
 class COrmHostSettings
 {
 public:
@@ -16,13 +18,17 @@ public:
 
     QByteArray value(const QString& strKey) const;
     void setValue(const QString& strKey, const QByteArray& arrValue);
+    /// Values set from here on are written together by the matching release().
+    void hold() { store().hold(); }
+    void release() { store().release(); }
 
     /// Folders that were opened last, the latest first.
     QStringList recentFolders() const;
     void addRecentFolder(const QString& strFolder);
+    void setRecentFolders(const QStringList& lstFolders);
     void clearRecentFolders();
 
 private:
-    void store(const QString& strKey, const QStringList& lstTexts);
-    QStringList m_lstRecent; ///< in use where there is no file
+    CSettingsStore& store() const;
+    mutable CSettingsStore m_objStore; ///< follows the place of the preferences
 };

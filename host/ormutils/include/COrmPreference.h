@@ -42,6 +42,14 @@ public:
     /// As it was set; empty if none was.
     static QString getUsersPreferredFormat();
 
+    /// Takes the user's choices back: colour bar, 3D views, image format and browse folder. What only serves the memory of the program
+    /// stays. Emits the hub's updatePreferenceSetting() if this changes anything.
+    static void restoreDefaults();
+    /// Between hold() and release() changes count at once but are not written, for controls that change many times in a second.
+    /// Calls may be nested.
+    static void hold();
+    static void release();
+
     /// Keeps the preferences in this file from now on: what it holds is read when next needed, nothing is carried over.
     /// An empty name keeps them in memory alone, starting from the defaults.
     static void setStore(const QString& strFile);

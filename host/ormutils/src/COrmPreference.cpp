@@ -108,8 +108,10 @@ void COrmPreference::setDefaultColorBar(const SDefaultColorBar& objColorBar)
     if (objBefore.nColorTable == objColorBar.nColorTable && objBefore.bReversed == objColorBar.bReversed)
         return;
     CSettingsStore& objStore = state().objStore;
+    objStore.hold();
     objStore.setValue(g_strColorBar, QStringLiteral("table"), objColorBar.nColorTable);
     objStore.setValue(g_strColorBar, QStringLiteral("reversed"), objColorBar.bReversed);
+    objStore.release();
     emit getSignalHandler()->updatePreferenceSetting();
 }
 
@@ -141,6 +143,7 @@ void COrmPreference::set3DViewPreferences(const S3DViewSettings& objSettings)
         bChanged = true;
         objStore.setValue(g_strView, QLatin1String(pszKey), objValue);
     };
+    objStore.hold();
     for (const SColorField& objField : g_lstColors)
     {
         const QColor& clrNew = objSettings.*objField.pField;
@@ -155,6 +158,7 @@ void COrmPreference::set3DViewPreferences(const S3DViewSettings& objSettings)
             store(objField.pszKey, objSettings.*objField.pField);
     if (objSettings.nFontSize != objBefore.nFontSize && objSettings.nFontSize >= g_nSmallestFont && objSettings.nFontSize <= g_nLargestFont)
         store("fontSize", objSettings.nFontSize);
+    objStore.release();
     if (bChanged)
         emit getSignalHandler()->updatePreferenceSetting();
 }
@@ -183,6 +187,40 @@ void COrmPreference::setUsersPreferredFormat(QString strFormat)
 QString COrmPreference::getUsersPreferredFormat()
 {
     return state().objStore.value(g_strExport, QStringLiteral("format")).toString();
+}
+
+void COrmPreference::restoreDefaults()
+{
+    CSettingsStore& objStore = state().objStore;
+    bool bChanged = false;
+    const auto forget = [&](const QString& strSection, const QString& strKey)
+    { bChanged = objStore.setValue(strSection, strKey, QJsonValue(QJsonValue::Undefined)) || bChanged; };
+    objStore.hold();
+    forget(g_strColorBar, QStringLiteral("table"));
+    forget(g_strColorBar, QStringLiteral("reversed"));
+    for (const SColorField& objField : g_lstColors)
+        forget(g_strView, QLatin1String(objField.pszKey));
+    for (const SFlagField& objField : g_lstFlags)
+        forget(g_strView, QLatin1String(objField.pszKey));
+    for (const STextField& objField : g_lstTexts)
+        forget(g_strView, QLatin1String(objField.pszKey));
+    forget(g_strView, QStringLiteral("fontSize"));
+    forget(g_strExport, QStringLiteral("format"));
+    bChanged = bChanged || !state().objSettings.getBrowsePath().isNull();
+    state().objSettings.setBrowsePath(QString());
+    objStore.release();
+    if (bChanged)
+        emit getSignalHandler()->updatePreferenceSetting();
+}
+
+void COrmPreference::hold()
+{
+    state().objStore.hold();
+}
+
+void COrmPreference::release()
+{
+    state().objStore.release();
 }
 
 void COrmPreference::setStore(const QString& strFile)

@@ -7,19 +7,45 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QLockFile>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace
 {
 constexpr int g_nVersion = 1;
 constexpr qint64 g_nMaximumBytes = 1024 * 1024;
+constexpr int g_nLockPatienceMs = 500; ///< another process holds the lock only while it writes
+constexpr int g_nMaximumCopies = 1000;
+const QString g_strVersion = QStringLiteral("version");
+
+/// Sets, or with null or an undefined value removes, one entry.
+void put(QJsonObject& objRoot, const QString& strSection, const QString& strKey, const QJsonValue& objValue)
+{
+    QJsonObject objSection = objRoot.value(strSection).toObject();
+    if (objValue.isUndefined() || objValue.isNull())
+        objSection.remove(strKey);
+    else
+        objSection.insert(strKey, objValue);
+    objRoot.insert(strSection, objSection);
+}
+
+/// The first bytes of a regular file, one more than a store may have. Nothing is waited for, whatever the name leads to.
+QString readStart(const QString& strFile, QByteArray& baContent)
+{
+    const int nFile = ::open(QFile::encodeName(strFile).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    QFile objFile;
+    if (nFile < 0 || !objFile.open(nFile, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return qt_error_string(errno);
+    baContent = objFile.read(g_nMaximumBytes + 1);
+    return objFile.error() == QFileDevice::NoError ? QString() : objFile.errorString();
+}
 } // namespace
 
 void CSettingsStore::setFile(const QString& strFile)
 {
-    m_strFile = strFile;
-    m_objRoot = QJsonObject();
-    m_bLoaded = false;
-    m_bUnreadable = false;
+    *this = CSettingsStore(strFile);
 }
 
 QJsonValue CSettingsStore::value(const QString& strSection, const QString& strKey)
@@ -29,17 +55,62 @@ QJsonValue CSettingsStore::value(const QString& strSection, const QString& strKe
     return objSection.isObject() ? objSection.toObject().value(strKey) : QJsonValue(QJsonValue::Undefined);
 }
 
-void CSettingsStore::setValue(const QString& strSection, const QString& strKey, const QJsonValue& objValue)
+bool CSettingsStore::setValue(const QString& strSection, const QString& strKey, const QJsonValue& objValue)
 {
     if (value(strSection, strKey) == objValue)
-        return;
-    QJsonObject objSection = m_objRoot.value(strSection).toObject();
-    if (objValue.isUndefined())
-        objSection.remove(strKey);
+        return false;
+    put(m_objRoot, strSection, strKey, objValue);
+    QJsonObject objTodo = m_objTodo.value(strSection).toObject();
+    objTodo.insert(strKey, objValue.isUndefined() ? QJsonValue(QJsonValue::Null) : objValue);
+    m_objTodo.insert(strSection, objTodo);
+    if (m_nHeld == 0)
+        save();
+    return true;
+}
+
+void CSettingsStore::release()
+{
+    if (m_nHeld > 0 && --m_nHeld == 0 && !m_objTodo.isEmpty())
+        save();
+}
+
+QString CSettingsStore::freeName(const QString& strFile, const QString& strEnding)
+{
+    QString strName = strFile + strEnding;
+    for (int nCopy = 2; nCopy <= g_nMaximumCopies; ++nCopy)
+    {
+        if (!QFileInfo::exists(strName) && !QFileInfo(strName).isSymLink())
+            return strName;
+        strName = QStringLiteral("%1%2-%3").arg(strFile, strEnding).arg(nCopy);
+    }
+    return {};
+}
+
+CSettingsStore::EState CSettingsStore::read(QJsonObject& objRoot, QString& strReason) const
+{
+    const QFileInfo objInfo(m_strFile);
+    if (!objInfo.exists())
+        return EState::eMissing;
+    QByteArray baContent;
+    if (!objInfo.isFile())
+        strReason = QStringLiteral("not a regular file");
     else
-        objSection.insert(strKey, objValue);
-    m_objRoot.insert(strSection, objSection);
-    save();
+        strReason = readStart(m_strFile, baContent);
+    if (strReason.isEmpty() && baContent.size() > g_nMaximumBytes)
+        strReason = QStringLiteral("more than %1 bytes").arg(g_nMaximumBytes);
+    if (!strReason.isEmpty())
+        return EState::eUnreadable;
+    QJsonParseError objError;
+    const QJsonDocument objDocument = QJsonDocument::fromJson(baContent, &objError);
+    if (objDocument.isObject())
+    {
+        objRoot = objDocument.object();
+        return EState::eGood;
+    }
+    strReason = objError.error == QJsonParseError::NoError
+                    ? QStringLiteral("not a JSON object")
+                    : QStringLiteral("offset %1: %2").arg(objError.offset).arg(objError.errorString());
+    return EState::eUnreadable;
 }
 
 void CSettingsStore::load()
@@ -47,55 +118,75 @@ void CSettingsStore::load()
     if (m_bLoaded)
         return;
     m_bLoaded = true;
-    const QFileInfo objInfo(m_strFile);
-    if (m_strFile.isEmpty() || !objInfo.exists())
-        return;
     QString strReason;
-    QFile objFile(m_strFile);
-    if (!objInfo.isFile())
-        strReason = QStringLiteral("not a regular file");
-    else if (objInfo.size() > g_nMaximumBytes)
-        strReason = QStringLiteral("more than %1 bytes").arg(g_nMaximumBytes);
-    else if (!objFile.open(QIODevice::ReadOnly))
-        strReason = objFile.errorString();
-    else
-    {
-        QJsonParseError objError;
-        const QJsonDocument objDocument = QJsonDocument::fromJson(objFile.read(g_nMaximumBytes), &objError);
-        if (objDocument.isObject())
-            m_objRoot = objDocument.object();
-        else
-            strReason = QStringLiteral("offset %1: %2").arg(objError.offset).arg(objError.errorString());
-    }
-    m_bUnreadable = !strReason.isEmpty();
-    if (m_bUnreadable)
-        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be read, defaults are used: %2").arg(m_strFile, strReason));
+    if (!m_strFile.isEmpty() && read(m_objRoot, strReason) == EState::eUnreadable)
+        ORM_LOG(2, QStringLiteral("Settings %1 cannot be read, defaults are used: %2").arg(m_strFile, strReason));
+}
+
+bool CSettingsStore::putAside()
+{
+    const QString strAside = freeName(m_strFile, QStringLiteral(".unreadable"));
+    if (strAside.isEmpty() || !QFile::rename(m_strFile, strAside))
+        return false;
+    ORM_LOG(2, QStringLiteral("Settings %1 could not be understood and were put aside as %2").arg(m_strFile, strAside));
+    return true;
+}
+
+bool CSettingsStore::keepCopyOfNewer(const QJsonObject& objRoot)
+{
+    const double dVersion = objRoot.value(g_strVersion).toDouble();
+    if (dVersion <= g_nVersion)
+        return true;
+    // A copy that is there already is of the file as the newer version left it; the file itself may have changes of this version by now.
+    const QString strCopy = QStringLiteral("%1.version-%2").arg(m_strFile).arg(dVersion, 0, 'g', 10);
+    if (QFileInfo::exists(strCopy))
+        return true;
+    if (!QFile::copy(m_strFile, strCopy))
+        return false;
+    ORM_LOG(2, QStringLiteral("Settings %1 are of a newer version, a copy of them is kept as %2").arg(m_strFile, strCopy));
+    return true;
 }
 
 void CSettingsStore::save()
 {
     if (m_strFile.isEmpty())
-        return;
-    const QFileInfo objInfo(m_strFile);
-    if (m_bUnreadable && objInfo.isFile())
     {
-        const QString strAside = m_strFile + QStringLiteral(".unreadable");
-        QFile::remove(strAside);
-        if (!QFile::rename(m_strFile, strAside))
-        {
-            ORM_LOG(2, QStringLiteral("Preferences %1 are not written: what is there cannot be put aside.").arg(m_strFile));
-            return;
-        }
-    }
-    m_bUnreadable = false;
-    if (!m_objRoot.contains(QStringLiteral("version")))
-        m_objRoot.insert(QStringLiteral("version"), g_nVersion);
-    if (!QDir().mkpath(objInfo.absolutePath()))
-    {
-        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: their folder cannot be made.").arg(m_strFile));
+        m_objTodo = QJsonObject();
         return;
     }
-    const QString strReason = OrmFileWriter::replace(m_strFile, QJsonDocument(m_objRoot).toJson());
-    if (!strReason.isEmpty())
-        ORM_LOG(2, QStringLiteral("Preferences %1 cannot be written: %2").arg(m_strFile, strReason));
+    const QString strReason = write();
+    if (strReason.isEmpty())
+        m_objTodo = QJsonObject();
+    else if (strReason != m_strComplaint) // not once more with every step of a control
+        ORM_LOG(2, QStringLiteral("Settings %1 cannot be written, the changes count for this run only: %2").arg(m_strFile, strReason));
+    m_strComplaint = strReason;
+}
+
+QString CSettingsStore::write()
+{
+    if (!QDir().mkpath(QFileInfo(m_strFile).absolutePath()))
+        return QStringLiteral("their folder cannot be made");
+    // Where no lock can be had the worst is that another's change of this very moment is lost; the file stays whole.
+    QLockFile objLock(m_strFile + QStringLiteral(".lock"));
+    objLock.tryLock(g_nLockPatienceMs);
+    QJsonObject objRoot;
+    QString strReason;
+    const EState eState = read(objRoot, strReason);
+    if (eState == EState::eUnreadable)
+    {
+        if (QFileInfo(m_strFile).isFile() && !putAside())
+            return QStringLiteral("what is there cannot be put aside");
+        objRoot = m_objRoot; // what was read before another damaged the file
+    }
+    if (eState == EState::eGood && !keepCopyOfNewer(objRoot))
+        return QStringLiteral("they are of a newer version, and no copy of them can be made");
+    for (auto itSection = m_objTodo.constBegin(); itSection != m_objTodo.constEnd(); ++itSection)
+    {
+        const QJsonObject objKeys = itSection.value().toObject();
+        for (auto itKey = objKeys.constBegin(); itKey != objKeys.constEnd(); ++itKey)
+            put(objRoot, itSection.key(), itKey.key(), itKey.value());
+    }
+    if (!objRoot.contains(g_strVersion))
+        objRoot.insert(g_strVersion, g_nVersion);
+    return OrmFileWriter::replace(m_strFile, QJsonDocument(objRoot).toJson());
 }
