@@ -48,21 +48,29 @@ function(orm_add_library name)
         add_library(${name} STATIC ${sources})
     else()
         add_library(${name} SHARED ${sources})
+        orm_install_library(${name})
     endif()
-    target_include_directories(${name} PUBLIC ${includes} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/src)
+    target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${includes}>" "$<INSTALL_INTERFACE:${ORM_HEADER_DIR}/${name}>"
+        PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/src)
     _orm_setup(${name} ${ARG_LEVEL})
     _orm_link(${name} PUBLIC ${ARG_LEVEL} ${ARG_DEPENDS})
     _orm_link(${name} PRIVATE ${ARG_LEVEL} ${ARG_PRIVATE_DEPENDS})
 endfunction()
 
-# orm_add_program(name LEVEL n DEPENDS ...) takes *.cpp and *.h of the current folder and of src/.
+# orm_add_program(name LEVEL n SUMMARY text DEPENDS ...) takes *.cpp and *.h of the current folder and of src/. The summary, a few words
+# without a full stop, heads the program's manual page.
 function(orm_add_program name)
-    cmake_parse_arguments(ARG "" "LEVEL" "DEPENDS" ${ARGN})
+    cmake_parse_arguments(ARG "" "LEVEL;SUMMARY" "DEPENDS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.qrc src/*.cpp src/*.h src/*.qrc)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/src)
     _orm_setup(${name} ${ARG_LEVEL})
     _orm_link(${name} PRIVATE ${ARG_LEVEL} ${ARG_DEPENDS})
+    if(NOT ARG_SUMMARY)
+        message(FATAL_ERROR "${name}: say in a few words what it does (SUMMARY)")
+    endif()
+    set_target_properties(${name} PROPERTIES ORM_SUMMARY "${ARG_SUMMARY}")
+    orm_install_program(${name})
 endfunction()
 
 # orm_add_tests(area DEPENDS ... [TIMEOUT s]) makes one program and one test of each tst_*.cpp of the current folder.

@@ -24,7 +24,10 @@ COrmPluginManager::~COrmPluginManager()
 
 QString COrmPluginManager::defaultFolder()
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/Plugins");
+    const QString strPrograms = QCoreApplication::applicationDirPath();
+    const QString strBeside = strPrograms + QStringLiteral("/Plugins");
+    const QString strInstalled = QDir::cleanPath(strPrograms + QStringLiteral("/" ORM_PLUGINS_FROM_PROGRAMS));
+    return !QFileInfo::exists(strBeside) && QFileInfo(strInstalled).isDir() ? strInstalled : strBeside;
 }
 
 void COrmPluginManager::refuse(const QString& strFile, const QString& strReason)

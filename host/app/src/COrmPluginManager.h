@@ -22,7 +22,8 @@ public:
     explicit COrmPluginManager(QObject* pParent = nullptr);
     ~COrmPluginManager() override;
 
-    /// The one folder from which tools are loaded: "Plugins" beside the running program.
+    /// The one folder from which tools are loaded: "Plugins" beside the running program or, where there is none, the one that an
+    /// installation keeps with its libraries.
     static QString defaultFolder();
 
     /// Loads what is in the folder, by file name. A folder that is not there holds no tools.
