@@ -2,7 +2,8 @@
 
 #include "PhantomOptics.h"
 #include "PhantomPhotograph.h"
-#include "ResultDocument.h"
+#include "SavedResult.h"
+#include "SequenceFiles.h"
 
 #include <QDate>
 #include <QDir>
@@ -50,7 +51,7 @@ std::vector<SGrowingSource> sources(unsigned int nSeed, bool bNova)
 }
 
 /// The source density on the grid of pitch @p fPitch, as amounts per voxel. Each source's whole amount lies on its voxels.
-std::vector<SPhantomVoxel> voxels(const std::vector<SGrowingSource>& vecSources, int nDay, double fPitch)
+std::vector<SSavedVoxel> voxels(const std::vector<SGrowingSource>& vecSources, int nDay, double fPitch)
 {
     std::map<std::tuple<long, long, long>, double> mapAmounts; // z, y, x: the order of the file
     for (const SGrowingSource& source : vecSources)
@@ -83,7 +84,7 @@ std::vector<SPhantomVoxel> voxels(const std::vector<SGrowingSource>& vecSources,
             mapAmounts[cell] += fAmount * fWeight / fSum;
         }
     }
-    std::vector<SPhantomVoxel> vecVoxels;
+    std::vector<SSavedVoxel> vecVoxels;
     vecVoxels.reserve(mapAmounts.size());
     for (const auto& [cell, fAmount] : mapAmounts)
     {
@@ -94,11 +95,11 @@ std::vector<SPhantomVoxel> voxels(const std::vector<SGrowingSource>& vecSources,
 }
 
 /// The voxels as point sources, neighbours joined in cells of at least 2 mm: seen from the skin that is the same light.
-std::vector<SPointSource> pointSources(const std::vector<SPhantomVoxel>& vecVoxels)
+std::vector<SPointSource> pointSources(const std::vector<SSavedVoxel>& vecVoxels)
 {
     constexpr double kCell = 2.0;
     std::map<std::tuple<long, long, long>, SPointSource> mapCells;
-    for (const SPhantomVoxel& voxel : vecVoxels)
+    for (const SSavedVoxel& voxel : vecVoxels)
     {
         const auto cell = [](float fPlace) { return std::lround(fPlace / kCell); };
         SPointSource& sum = mapCells[{cell(voxel.m_fZ), cell(voxel.m_fY), cell(voxel.m_fX)}];
@@ -119,10 +120,10 @@ std::vector<SPointSource> pointSources(const std::vector<SPhantomVoxel>& vecVoxe
     return vecPoints;
 }
 
-double total(const std::vector<SPhantomVoxel>& vecVoxels)
+double total(const std::vector<SSavedVoxel>& vecVoxels)
 {
     double fSum = 0.0;
-    for (const SPhantomVoxel& voxel : vecVoxels)
+    for (const SSavedVoxel& voxel : vecVoxels)
     {
         fSum += static_cast<double>(voxel.m_fValue);
     }
@@ -150,8 +151,20 @@ bool makeFolder(const QString& strPath, QString& strError)
     return false;
 }
 
+void takeMesh(const CPhantomBody::SMesh& mesh, SSavedResult& result)
+{
+    for (const CPhantomBody::Point& point : mesh.m_vecVertices)
+    {
+        result.m_vecVertices.insert(result.m_vecVertices.end(), point.begin(), point.end());
+    }
+    for (const auto& corners : mesh.m_vecTriangles)
+    {
+        result.m_vecTriangles.insert(result.m_vecTriangles.end(), corners.begin(), corners.end());
+    }
+}
+
 /// Surface height above z = 0 on a coarse grid, 0 beside the body.
-void fillHeightMap(SPhantomResult& result)
+void fillHeightMap(SSavedResult& result)
 {
     result.m_nHeightMapWidth = 16;
     result.m_nHeightMapHeight = 32;
@@ -195,64 +208,59 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
     const QString strFolder = QDir(m_options.m_strFolder).filePath(strID);
     const QStringList lstWavelengths = {"560", "580", "600", "620", "640"};
 
-    SPhantomResult result;
+    SSavedResult result;
     result.m_bNova = bNova;
+    result.m_bRegistration = true;
     result.m_strSequenceID = strID;
-    result.m_fVoxelSize = m_options.m_fVoxelSize;
+    result.m_strVoxelSize = QString::number(m_options.m_fVoxelSize);
     result.m_strEmissionFilter = QStringLiteral("720");
     result.m_strExcitationFilter = QStringLiteral("675");
-    result.m_mesh = CPhantomBody::mesh(m_options.m_nVertices);
+    result.m_strSourceDatabase = QStringLiteral("Red dye");
+    result.m_strTissueDatabase = QStringLiteral("Mouse tissue");
+    const CPhantomBody::SMesh mesh = CPhantomBody::mesh(m_options.m_nVertices);
+    takeMesh(mesh, result);
     result.m_vecVoxels = voxels(sources(m_options.m_nSeed, bNova), nDay, m_options.m_fVoxelSize);
     fillHeightMap(result);
 
     CEvenNumbers noise(m_options.m_nSeed + 1000U * static_cast<unsigned int>(nTimePoint) + (bNova ? 1U : 0U));
     const std::vector<SPointSource> vecPoints = pointSources(result.m_vecVoxels);
     const QByteArray aPhotograph = PhantomPhotograph::png();
-    QByteArray aClicks;
     const int nChannels = bNova ? 4 : lstWavelengths.size();
     for (int nChannel = 0; nChannel < nChannels; ++nChannel)
     {
-        const QString strNumber = QStringLiteral("%1_%2").arg(strID).arg(nChannel + 1, 3, 10, QLatin1Char('0'));
+        const QString strNumber = SequenceFiles::clickNumber(strID, nChannel + 1);
         const QString strWavelength = bNova ? result.m_strEmissionFilter : lstWavelengths.at(nChannel);
         result.m_lstChannels.append(bNova ? QStringLiteral("Image %1").arg(nChannel + 1) : strWavelength);
         result.m_lstClickNumbers.append(strNumber);
         result.m_vecSimulated.push_back(
-            PhantomOptics::photonDensity(result.m_mesh.m_vecVertices, vecPoints, PhantomOptics::tissue(strWavelength.toDouble())));
+            PhantomOptics::photonDensity(mesh.m_vecVertices, vecPoints, PhantomOptics::tissue(strWavelength.toDouble())));
         result.m_vecMeasured.push_back(result.m_vecSimulated.back());
         for (float& fValue : result.m_vecMeasured.back())
         {
             fValue *= static_cast<float>(noise.around(1.0, 0.04));
         }
 
-        const int nSpotColumn = nChannel % 2;
-        const int nSpotRow = nChannel / 2;
-        QByteArray aInfo = "[photographic image]\nField of View=13.6\nImage File=photograph.png\n[structure image]\n[reference image]\n"
-                           "[luminescent image]\nField of View=13.6\n";
-        aInfo +=
-            QStringLiteral("Image Subtype=%1\nEmission Filter=%2\n").arg(bNova ? "fluorescent" : "luminescent", strWavelength).toUtf8();
+        SClickText click;
+        click.m_bFluorescent = bNova;
+        click.m_strEmission = strWavelength;
+        click.m_strImageFile = QStringLiteral("photograph.png");
+        click.m_strExposure = bNova ? QStringLiteral("2") : QStringLiteral("60");
         if (bNova)
         {
-            aInfo += QStringLiteral("Excitation Filter=%1\nFL x-spot=%2\nFL y-spot=%3\nExposure Time=2\n")
-                         .arg(result.m_strExcitationFilter)
-                         .arg(6.4 + 0.4 * nSpotColumn, 0, 'f', 2)
-                         .arg(6.4 + 0.8 * nSpotRow, 0, 'f', 2)
-                         .toUtf8();
-        }
-        else
-        {
-            aInfo += "Exposure Time=60\n";
+            click.m_strExcitation = result.m_strExcitationFilter;
+            click.m_strSpotX = QString::number(6.4 + 0.4 * (nChannel % 2), 'f', 2);
+            click.m_strSpotY = QString::number(6.4 + 0.8 * (nChannel / 2), 'f', 2);
         }
         const QString strClickFolder = strFolder + '/' + strNumber;
-        if (!makeFolder(strClickFolder, strError) || !save(strClickFolder + "/ClickInfo.txt", aInfo, strError) ||
+        if (!makeFolder(strClickFolder, strError) || !save(strClickFolder + "/ClickInfo.txt", SequenceFiles::clickInfo(click), strError) ||
             !save(strClickFolder + "/photograph.png", aPhotograph, strError))
         {
             return false;
         }
-        aClicks += QStringLiteral("%1=%2\n").arg(nChannel + 1).arg(strNumber).toUtf8();
     }
 
     const double fTotal = total(result.m_vecVoxels);
-    const QString strSize = QString::number(m_options.m_fVoxelSize);
+    const QString& strSize = result.m_strVoxelSize;
     result.m_lstTable = {{bNova ? "Total fluorescence yield" : "Total source flux (photons/s)", QString::number(fTotal, 'e', 4)},
                          {"Final voxel size (mm)", strSize},
                          {bNova ? "Starting vsize" : "Starting vsize (best)", QString::number(4.0 * m_options.m_fVoxelSize)},
@@ -269,26 +277,25 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
     const auto saveResult = [&](int nNumber, const QString& strName)
     {
         const QString strEntry = QStringLiteral("%1_%2").arg(strKind).arg(nNumber);
-        aIndex += QStringLiteral("[%1]\nMenuName=%2\nFileName=%1.xml\n").arg(strEntry, strName).toUtf8();
-        return save(strXml + strEntry + ".xml", ResultDocument::text(result, m_options.m_strFormat), strError);
+        aIndex += SequenceFiles::indexEntry(strEntry, strName);
+        return save(strXml + strEntry + ".xml", SavedResultDocument::text(result, m_options.m_strFormat), strError);
     };
     const QString strName = QStringLiteral("Day %1, %2 mm").arg(nDay).arg(strSize);
     if (!saveResult(1, strName))
     {
         return false;
     }
-    result.m_strMeasurementType = QStringLiteral("Cells");
-    result.m_strPerUnitValue = bNova ? QStringLiteral("4.55e-11") : QStringLiteral("45.5");
+    result.m_objCalibration = {QStringLiteral("Phantom plate"),
+                               QStringLiteral("2026-01-05"),
+                               QStringLiteral("Cells"),
+                               bNova ? QStringLiteral("Red dye") : QStringLiteral("Luciferase"),
+                               QStringLiteral("96"),
+                               bNova ? QStringLiteral("4.55e-11") : QStringLiteral("45.5")};
     if (!saveResult(2, strName + ", cells"))
     {
         return false;
     }
-    const QByteArray aSequence = QStringLiteral("[Sequence Information]\nSequence=%1\nSubject=Phantom mouse\nDate Time=%2T09:30:00\n\n"
-                                                "[Click Numbers]\nCount=%3\n")
-                                     .arg(strID, date.toString(Qt::ISODate))
-                                     .arg(nChannels)
-                                     .toUtf8() +
-                                 aClicks;
+    const QByteArray aSequence = SequenceFiles::sequenceInfo(strID, QStringLiteral("Phantom mouse"), date, result.m_lstClickNumbers);
     // The sequence file comes last: a study that could not be written whole has no sequence without its results.
     return save(strXml + strKind + ".txt", aIndex, strError) && save(strFolder + "/SequenceInfo.txt", aSequence, strError);
 }

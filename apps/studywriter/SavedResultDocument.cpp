@@ -1,7 +1,9 @@
-#include "ResultDocument.h"
+#include "SavedResult.h"
 
-#include <cstdint>
-#include <cstring>
+#include "OrmHexText.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -49,22 +51,8 @@ public:
     template <class T>
     void hexText(const QString& strTag, const T* pValues, std::size_t nCount)
     {
-        static_assert(sizeof(T) == 4);
-        static const char* const kDigits = "0123456789ABCDEF";
         m_aText += '<' + strTag.toUtf8() + "><Text.Data>";
-        int nAt = m_aText.size();
-        m_aText.resize(nAt + static_cast<int>(8 * nCount));
-        char* pOut = m_aText.data() + nAt;
-        for (std::size_t nValue = 0; nValue < nCount; ++nValue)
-        {
-            std::uint32_t nBits = 0;
-            std::memcpy(&nBits, pValues + nValue, sizeof nBits);
-            for (int nByte = 0; nByte < 4; ++nByte, nBits >>= 8U)
-            {
-                *pOut++ = kDigits[(nBits >> 4U) & 0xFU];
-                *pOut++ = kDigits[nBits & 0xFU];
-            }
-        }
+        m_aText += hexOf(pValues, static_cast<qint64>(nCount));
         m_aText += "</Text.Data></" + strTag.toUtf8() + ">\n";
     }
 
@@ -72,7 +60,9 @@ public:
 
 private:
     static QByteArray number(float fValue) { return QByteArray::number(static_cast<double>(fValue), 'g', 9); }
-    static QByteArray number(std::uint32_t nValue) { return QByteArray::number(nValue); }
+    static QByteArray number(quint32 nValue) { return QByteArray::number(nValue); }
+    static QByteArray hexOf(const float* pValues, qint64 nCount) { return OrmHexText::encodeFloats(pValues, nCount); }
+    static QByteArray hexOf(const quint32* pValues, qint64 nCount) { return OrmHexText::encodeUInts(pValues, nCount); }
 
     void tag(const QString& strTag, const Keys& lstKeys)
     {
@@ -91,30 +81,28 @@ QString count(std::size_t nCount)
     return QString::number(static_cast<qulonglong>(nCount));
 }
 
-void writeSurface(CDocumentWriter& writer, const CPhantomBody::SMesh& mesh)
+void writeSurface(CDocumentWriter& writer, const SSavedResult& result)
 {
-    static_assert(sizeof(CPhantomBody::Point) == 3 * sizeof(float));
     const QString strTag = QStringLiteral("Orm3.0.Surface.");
     writer.open(strTag + "Data");
-    writer.open(strTag + "Vertices", {{"Count", count(mesh.m_vecVertices.size())}});
-    writer.values(strTag + "Vertices.Values", strTag + "Vertex", {"X", "Y", "Z"}, mesh.m_vecVertices.data()->data(),
-                  3 * mesh.m_vecVertices.size());
+    writer.open(strTag + "Vertices", {{"Count", count(result.m_vecVertices.size() / 3)}});
+    writer.values(strTag + "Vertices.Values", strTag + "Vertex", {"X", "Y", "Z"}, result.m_vecVertices.data(), result.m_vecVertices.size());
     writer.close(strTag + "Vertices");
-    writer.open(strTag + "Triangles", {{"Count", count(mesh.m_vecTriangles.size())}});
-    writer.values(strTag + "Triangles.Values", strTag + "Triangle", {"A", "B", "C"}, mesh.m_vecTriangles.data()->data(),
-                  3 * mesh.m_vecTriangles.size());
+    writer.open(strTag + "Triangles", {{"Count", count(result.m_vecTriangles.size() / 3)}});
+    writer.values(strTag + "Triangles.Values", strTag + "Triangle", {"A", "B", "C"}, result.m_vecTriangles.data(),
+                  result.m_vecTriangles.size());
     writer.close(strTag + "Triangles");
     writer.close(strTag + "Data");
 }
 
-void writeVolume(CDocumentWriter& writer, const SPhantomResult& result)
+void writeVolume(CDocumentWriter& writer, const SSavedResult& result)
 {
-    static_assert(sizeof(SPhantomVoxel) == 4 * sizeof(float));
+    static_assert(sizeof(SSavedVoxel) == 4 * sizeof(float));
     const QString strTag = QStringLiteral("Orm3.0.Volume.");
     writer.open(strTag + "Data");
-    writer.open(strTag + "Voxels", {{"Kind", result.m_bNova ? "NOVA" : "SOLA"},
-                                    {"Count", count(result.m_vecVoxels.size())},
-                                    {"VoxelSize", QString::number(result.m_fVoxelSize)}});
+    writer.open(
+        strTag + "Voxels",
+        {{"Kind", result.m_bNova ? "NOVA" : "SOLA"}, {"Count", count(result.m_vecVoxels.size())}, {"VoxelSize", result.m_strVoxelSize}});
     writer.values(strTag + "Voxels.Values", strTag + "Voxel", {"X", "Y", "Z", "Value"},
                   reinterpret_cast<const float*>(result.m_vecVoxels.data()), 4 * result.m_vecVoxels.size());
     writer.close(strTag + "Voxels");
@@ -133,11 +121,11 @@ void writeNames(CDocumentWriter& writer, const QString& strTag, const char* pszK
     writer.close(strTag);
 }
 
-void writeDensity(CDocumentWriter& writer, const QString& strTag, const SPhantomResult& result,
+void writeDensity(CDocumentWriter& writer, const QString& strTag, const SSavedResult& result,
                   const std::vector<std::vector<float>>& vecRows)
 {
     writer.open(strTag + ".Data", {{result.m_bNova ? "Total.ImageSource" : "Total.WaveLengths", count(vecRows.size())},
-                                   {"Total.Vertices", count(result.m_mesh.m_vecVertices.size())}});
+                                   {"Total.Vertices", count(result.m_vecVertices.size() / 3)}});
     for (const std::vector<float>& vecRow : vecRows)
     {
         writer.values(strTag + ".Values", strTag + ".Value", {"Photon.Density"}, vecRow.data(), vecRow.size());
@@ -145,7 +133,24 @@ void writeDensity(CDocumentWriter& writer, const QString& strTag, const SPhantom
     writer.close(strTag + ".Data");
 }
 
-void writeKind(CDocumentWriter& writer, const SPhantomResult& result)
+void writeCalibration(CDocumentWriter& writer, const SSavedCalibration& calibration)
+{
+    if (calibration.m_strMeasurementType.isEmpty())
+    {
+        return;
+    }
+    writer.open(QStringLiteral("Orm3.0.WellPlate.Data"));
+    writer.leaf(QStringLiteral("Orm3.0.WellPlate.Quantification"), {{"Name", calibration.m_strName},
+                                                                    {"Date", calibration.m_strDate},
+                                                                    {"MeasurementType", calibration.m_strMeasurementType},
+                                                                    {"Probe", calibration.m_strProbe},
+                                                                    {"PlateType", calibration.m_strPlateType},
+                                                                    {"Unit", calibration.m_strMeasurementType},
+                                                                    {"PerUnitValue", calibration.m_strPerUnitValue}});
+    writer.close(QStringLiteral("Orm3.0.WellPlate.Data"));
+}
+
+void writeKind(CDocumentWriter& writer, const SSavedResult& result)
 {
     const QString strKind = result.m_bNova ? QStringLiteral("NOVA") : QStringLiteral("SOLA");
     const QString strTag = "Orm3.0." + strKind + '.';
@@ -176,16 +181,20 @@ void writeKind(CDocumentWriter& writer, const SPhantomResult& result)
         writer.close(strTag + "Wavelengths");
     }
     writeNames(writer, strTag + "ClickNumber", "ClickNumber", result.m_lstClickNumbers);
-    if (result.m_bNova)
+    if (result.m_bNova && !result.m_strSourceDatabase.isEmpty())
     {
         writer.open(strTag + "Optical.Properties");
-        writer.leaf(strTag + "Optical.Properties.Data", {{"Source.Database", "Red dye"}, {"Tissue.Database", "Mouse tissue"}});
+        writer.leaf(strTag + "Optical.Properties.Data",
+                    {{"Source.Database", result.m_strSourceDatabase}, {"Tissue.Database", result.m_strTissueDatabase}});
         writer.close(strTag + "Optical.Properties");
     }
-    writer.open(strTag + "HeightMap.Data",
-                {{"Width", QString::number(result.m_nHeightMapWidth)}, {"Height", QString::number(result.m_nHeightMapHeight)}});
-    writer.hexText(strTag + "HeightMap.Pixel", result.m_vecHeightMap.data(), result.m_vecHeightMap.size());
-    writer.close(strTag + "HeightMap.Data");
+    if (result.m_nHeightMapWidth > 0)
+    {
+        writer.open(strTag + "HeightMap.Data",
+                    {{"Width", QString::number(result.m_nHeightMapWidth)}, {"Height", QString::number(result.m_nHeightMapHeight)}});
+        writer.hexText(strTag + "HeightMap.Pixel", result.m_vecHeightMap.data(), result.m_vecHeightMap.size());
+        writer.close(strTag + "HeightMap.Data");
+    }
     writeDensity(writer, strTag + "Simulated.Photon.Density", result, result.m_vecSimulated);
     writeDensity(writer, strTag + "Measured.Photon.Density", result, result.m_vecMeasured);
     writer.open(strTag + "Results", {{"Count", QString::number(result.m_lstTable.size())}});
@@ -194,7 +203,7 @@ void writeKind(CDocumentWriter& writer, const SPhantomResult& result)
         writer.leaf("Orm.3.0." + strKind + ".Results", {{"Key", row.first}, {"Value", row.second}});
     }
     writer.close(strTag + "Results");
-    if (!result.m_bNova)
+    if (!result.m_bNova && result.m_bRegistration)
     {
         writer.open(strTag + "Registration.Matrices", {{"Count", "1"}});
         writer.leaf(strTag + "Registration.Matrix", {{"Index", "0"}, {"Values", "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1"}});
@@ -204,28 +213,31 @@ void writeKind(CDocumentWriter& writer, const SPhantomResult& result)
 }
 } // namespace
 
-QByteArray ResultDocument::text(const SPhantomResult& result, const QString& strVersion)
+QByteArray SavedResultDocument::text(const SSavedResult& result, const QString& strVersion)
 {
     CDocumentWriter writer(strVersion != QLatin1String("1.0"));
     writer.open(QStringLiteral("Ormelle.Result"), {{"Version", strVersion}});
     writer.open(QStringLiteral("Orm3.0.Version.Data"));
     writer.leaf(QStringLiteral("Orm3.0.Version"), {{"Software", "Ormelle version: " ORM_VERSION}});
     writer.close(QStringLiteral("Orm3.0.Version.Data"));
-    if (!result.m_strMeasurementType.isEmpty())
-    {
-        writer.open(QStringLiteral("Orm3.0.WellPlate.Data"));
-        writer.leaf(QStringLiteral("Orm3.0.WellPlate.Quantification"), {{"Name", "Phantom plate"},
-                                                                        {"Date", "2026-01-05"},
-                                                                        {"MeasurementType", result.m_strMeasurementType},
-                                                                        {"Probe", result.m_bNova ? "Red dye" : "Luciferase"},
-                                                                        {"PlateType", "96"},
-                                                                        {"Unit", result.m_strMeasurementType},
-                                                                        {"PerUnitValue", result.m_strPerUnitValue}});
-        writer.close(QStringLiteral("Orm3.0.WellPlate.Data"));
-    }
-    writeSurface(writer, result.m_mesh);
+    writeCalibration(writer, result.m_objCalibration);
+    writeSurface(writer, result);
     writeVolume(writer, result);
     writeKind(writer, result);
     writer.close(QStringLiteral("Ormelle.Result"));
     return writer.m_aText;
+}
+
+qint64 SavedResultDocument::numberBytes(const SSavedResult& result)
+{
+    std::size_t nNumbers =
+        result.m_vecVertices.size() + result.m_vecTriangles.size() + 4 * result.m_vecVoxels.size() + result.m_vecHeightMap.size();
+    for (const auto* pRows : {&result.m_vecMeasured, &result.m_vecSimulated})
+    {
+        for (const std::vector<float>& vecRow : *pRows)
+        {
+            nNumbers += vecRow.size();
+        }
+    }
+    return OrmHexText::nDigitsPerValue * static_cast<qint64>(nNumbers);
 }
