@@ -1,123 +1,12 @@
-#include "PlotTestTools.h"
+#include "CShownPlot.h"
 
-#include "COrmErrorHandler.h"
-
-#include <QApplication>
-#include <QClipboard>
-#include <QContextMenuEvent>
-#include <QFile>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QLocale>
-#include <QMenu>
-#include <QMouseEvent>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QToolButton>
-#include <QWheelEvent>
 
-#include <csignal>
-#include <sys/resource.h>
-
-using PlotTest::add;
 using PlotTest::blobsLike;
-using PlotTest::fNan;
-using PlotTest::lookOfFirstLine;
-using PlotTest::pixelsLike;
+using PlotTest::CShownPlot;
+using PlotTest::g_strLine;
 
-namespace
-{
-const QString strLine = QStringLiteral("Quantification Profile");
-
-/// A plot on the screen: six points of 1e6, 2e6 ... 6e6, without a line between them.
-class CShownPlot
-{
-public:
-    explicit CShownPlot(int nMode = COrmXYPlot::PointsMode)
-    {
-        m_objPlot.resize(640, 440);
-        m_objPlot.setXAxisLabel(QStringLiteral("Results"));
-        m_objPlot.setYAxisLabel(QStringLiteral("Quantification photon/sec"));
-        addLine(strLine, {1e6f, 2e6f, 3e6f, 4e6f, 5e6f, 6.0000005e6f}, nMode);
-        m_objPlot.show();
-        if (!QTest::qWaitForWindowExposed(&m_objPlot))
-            qFatal("The plot does not show");
-        m_pCanvas = PlotTest::canvas(m_objPlot);
-    }
-
-    void addLine(const QString& strName, const std::vector<float>& vecY, int nMode)
-    {
-        add<float>(m_objPlot, strName, vecY);
-        DISPLAY_SETTINGS sLook = lookOfFirstLine();
-        sLook.nDisplayMode = nMode;
-        m_objPlot.setDisplaySettings(strName, sLook);
-    }
-
-    COrmXYPlot& plot() { return m_objPlot; }
-    QWidget* canvas() { return m_pCanvas; }
-    /// The points that are seen, from left to right, in pixels of the canvas.
-    QVector<QPoint> points()
-    {
-        QVector<QPoint> vecPoints;
-        for (const QRect& rectBlob : blobsLike(m_objPlot.getPrintImage(), Qt::red))
-            vecPoints.append(m_pCanvas->mapFrom(&m_objPlot, rectBlob.center()));
-        return vecPoints;
-    }
-    void send(QEvent::Type eType, const QPoint& ptPlace, Qt::MouseButton eButton, Qt::MouseButtons eHeld,
-              Qt::KeyboardModifiers eKeys = Qt::NoModifier)
-    {
-        QMouseEvent objEvent(eType, ptPlace, m_pCanvas->mapToGlobal(ptPlace), eButton, eHeld, eKeys);
-        QApplication::sendEvent(m_pCanvas, &objEvent);
-    }
-    void pointAt(const QPoint& ptPlace) { send(QEvent::MouseMove, ptPlace, Qt::NoButton, Qt::NoButton); }
-    void drag(const QPoint& ptFrom, const QPoint& ptTo, Qt::MouseButton eButton, Qt::KeyboardModifiers eKeys = Qt::NoModifier)
-    {
-        send(QEvent::MouseButtonPress, ptFrom, eButton, eButton, eKeys);
-        send(QEvent::MouseMove, (ptFrom + ptTo) / 2, Qt::NoButton, eButton, eKeys);
-        send(QEvent::MouseMove, ptTo, Qt::NoButton, eButton, eKeys);
-        send(QEvent::MouseButtonRelease, ptTo, eButton, Qt::NoButton, eKeys);
-    }
-    void turnWheel(const QPoint& ptPlace, int nNotches)
-    {
-        QWheelEvent objEvent(ptPlace, m_pCanvas->mapToGlobal(ptPlace), QPoint(), QPoint(0, 120 * nNotches), Qt::NoButton, Qt::NoModifier,
-                             Qt::NoScrollPhase, false);
-        QApplication::sendEvent(m_pCanvas, &objEvent);
-    }
-    /// What is told about the point under the pointer.
-    QString told() const { return m_objPlot.accessibleDescription(); }
-    /// Opens the context menu.
-    QMenu* menu()
-    {
-        const QPoint ptPlace(100, 100);
-        QContextMenuEvent objEvent(QContextMenuEvent::Mouse, ptPlace, m_objPlot.mapToGlobal(ptPlace));
-        QApplication::sendEvent(&m_objPlot, &objEvent);
-        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    }
-    static QAction* entry(const QMenu* pMenu, const QString& strText)
-    {
-        for (QAction* pAction : pMenu->actions())
-        {
-            if (pAction->text() == strText)
-                return pAction;
-        }
-        qFatal("The menu has no such entry");
-    }
-    /// Chooses an entry of the context menu as a click does.
-    void choose(const QString& strText)
-    {
-        QMenu* pMenu = menu();
-        if (pMenu == nullptr)
-            qFatal("No menu opens");
-        QTest::mouseClick(pMenu, Qt::LeftButton, Qt::NoModifier, pMenu->actionGeometry(entry(pMenu, strText)).center());
-    }
-
-private:
-    COrmXYPlot m_objPlot;
-    QWidget* m_pCanvas = nullptr;
-};
-} // namespace
-
-/// The plot under the hands of a user.
+/// The plot under the hands of a user: pointing, magnifying and moving.
 class TestXYPlotUse : public QObject
 {
     Q_OBJECT
@@ -135,7 +24,7 @@ private slots:
         for (int i = 0; i < 6; ++i)
         {
             objShown.pointAt(vecPoints.at(i) + QPoint(3, -2));
-            QCOMPARE(objShown.told(), strLine + QStringLiteral("\nResults: %1\nQuantification photon/sec: ").arg(i) + lstNumbers.at(i));
+            QCOMPARE(objShown.told(), g_strLine + QStringLiteral("\nResults: %1\nQuantification photon/sec: ").arg(i) + lstNumbers.at(i));
         }
         objShown.pointAt((vecPoints.at(2) + vecPoints.at(3)) / 2);
         QCOMPARE(objShown.told(), QString());
@@ -173,8 +62,8 @@ private slots:
         CShownPlot objShown;
         objShown.addLine(QStringLiteral("<b>Other</b>"), {3e6f, 2e6f}, COrmXYPlot::PointsMode);
         objShown.pointAt(objShown.points().at(2)); // two at 0, then the common one
-        QCOMPARE(objShown.told(), strLine + QStringLiteral("\nResults: 1\nQuantification photon/sec: 2e+06\n"
-                                                           "<b>Other</b>\nResults: 1\nQuantification photon/sec: 2e+06"));
+        QCOMPARE(objShown.told(), g_strLine + QStringLiteral("\nResults: 1\nQuantification photon/sec: 2e+06\n"
+                                                             "<b>Other</b>\nResults: 1\nQuantification photon/sec: 2e+06"));
     }
 
     void aBarTellsItsNumbersAnywhereInIt()
@@ -365,11 +254,11 @@ private slots:
         objShown.drag(vecPoints.at(3) + QPoint(20, -20), vecPoints.at(2) + QPoint(-20, 20), Qt::LeftButton);
         objShown.plot().clear();
         QVERIFY(!objShown.plot().isZoomed());
-        objShown.addLine(strLine, {1e6f, 2e6f, 3e6f, 4e6f, 5e6f, 6.0000005e6f}, COrmXYPlot::PointsMode);
+        objShown.addLine(g_strLine, {1e6f, 2e6f, 3e6f, 4e6f, 5e6f, 6.0000005e6f}, COrmXYPlot::PointsMode);
         QVERIFY(objShown.plot().isZoomed());
         QCOMPARE(objShown.points().size(), 2);
         objShown.plot().clear();
-        objShown.addLine(strLine, {1e6f, 2e6f, 3e6f, 4e6f, 5e6f, 7e6f}, COrmXYPlot::PointsMode);
+        objShown.addLine(g_strLine, {1e6f, 2e6f, 3e6f, 4e6f, 5e6f, 7e6f}, COrmXYPlot::PointsMode);
         QVERIFY(!objShown.plot().isZoomed());
         QCOMPARE(objShown.points().size(), 6);
     }
@@ -398,212 +287,6 @@ private slots:
         objShown.turnWheel(QPoint(100, 100), 3);
         QTest::keyClick(&objShown.plot(), Qt::Key_Plus);
         QVERIFY(!objShown.plot().isZoomed());
-    }
-
-    // ---- The context menu ---------------------------------------------------------------------------------------------
-
-    void theMenuHasTheModes_data()
-    {
-        QTest::addColumn<QString>("strEntry");
-        QTest::addColumn<int>("nMode");
-        QTest::newRow("line") << QStringLiteral("Line") << 1;
-        QTest::newRow("line and points") << QStringLiteral("Line and Points") << 2;
-        QTest::newRow("points") << QStringLiteral("Points") << 3;
-        QTest::newRow("bars") << QStringLiteral("Bars") << 4;
-    }
-
-    void theMenuHasTheModes()
-    {
-        QFETCH(QString, strEntry);
-        QFETCH(int, nMode);
-        CShownPlot objShown(nMode == 1 ? 2 : 1);
-        objShown.choose(strEntry);
-        QCOMPARE(objShown.plot().getCurrentDisplayMode(), nMode);
-        DISPLAY_SETTINGS sLook;
-        QVERIFY(objShown.plot().getDisplaySettings(strLine, sLook));
-        QCOMPARE(sLook.nDisplayMode, nMode);
-        const QMenu* pMenu = objShown.menu();
-        QVERIFY(pMenu != nullptr);
-        for (const QString& strOther :
-             {QStringLiteral("Line"), QStringLiteral("Line and Points"), QStringLiteral("Points"), QStringLiteral("Bars")})
-            QCOMPARE(CShownPlot::entry(pMenu, strOther)->isChecked(), strOther == strEntry);
-        QApplication::activePopupWidget()->close();
-    }
-
-    void theMenuTurnsTheAxisLogarithmic()
-    {
-        CShownPlot objShown;
-        objShown.choose(QStringLiteral("Logarithmic Axis"));
-        QVERIFY(objShown.plot().isLogarithmic());
-        QVERIFY(CShownPlot::entry(objShown.menu(), QStringLiteral("Logarithmic Axis"))->isChecked());
-        QApplication::activePopupWidget()->close();
-        objShown.choose(QStringLiteral("Logarithmic Axis"));
-        QVERIFY(!objShown.plot().isLogarithmic());
-    }
-
-    void theMenuOffersWhatThereIs()
-    {
-        CShownPlot objShown;
-        objShown.plot().clear();
-        const QMenu* pMenu = objShown.menu();
-        QVERIFY(pMenu != nullptr);
-        for (const char* pText : {"Line", "Bars", "Show Everything", "Copy Numbers", "Save Numbers..."})
-            QVERIFY2(!CShownPlot::entry(pMenu, QLatin1String(pText))->isEnabled(), pText);
-        QVERIFY(CShownPlot::entry(pMenu, QStringLiteral("Copy Picture"))->isEnabled());
-        QApplication::activePopupWidget()->close();
-    }
-
-    // ---- Taking picture and numbers away ------------------------------------------------------------------------------
-
-    void thePictureCanBeCopied()
-    {
-        CShownPlot objShown;
-        objShown.choose(QStringLiteral("Copy Picture"));
-        const QImage imgCopied = QApplication::clipboard()->image();
-        QCOMPARE(imgCopied.convertToFormat(QImage::Format_RGB32), objShown.plot().getPrintImage().convertToFormat(QImage::Format_RGB32));
-    }
-
-    void theNumbersCanBeCopied()
-    {
-        CShownPlot objShown;
-        objShown.choose(QStringLiteral("Copy Numbers"));
-        QCOMPARE(QApplication::clipboard()->text().toUtf8(), objShown.plot().numbers());
-    }
-
-    void numbersReadBackAsTheyAre()
-    {
-        const QLocale objBefore;
-        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-        COrmXYPlot objPlot;
-        const std::vector<double> vecValues = {0.1, 1.0 / 3.0, 6.02214076e23, -0.0, fNan, 5e-324, std::numeric_limits<double>::max()};
-        add<double>(objPlot, QStringLiteral("Final Voxel Size"), vecValues);
-        add<float>(objPlot, QStringLiteral("Quantification, \u00B5"), {1.1f, 2.2f});
-        objPlot.setXAxisLabel(QStringLiteral("Results"));
-        objPlot.setYAxisLabel(QStringLiteral("pmol M-\u00B9 cm-\u00B9"));
-        QTemporaryDir objFolder;
-        const QString strPath = objFolder.filePath(QStringLiteral("numbers.csv"));
-        QString strReason;
-        QVERIFY(objPlot.saveNumbers(strPath, strReason));
-        QLocale::setDefault(objBefore);
-        QFile objFile(strPath);
-        QVERIFY(objFile.open(QIODevice::ReadOnly));
-        const QList<QByteArray> lstRows = objFile.readAll().split('\n');
-        QCOMPARE(lstRows.size(), 9); // head, seven rows, and nothing behind the last line's end
-        QCOMPARE(QString::fromUtf8(lstRows.at(0)), QStringLiteral("Results,Final Voxel Size (pmol M-\u00B9 cm-\u00B9),"
-                                                                  "\"Quantification, \u00B5 (pmol M-\u00B9 cm-\u00B9)\"\r"));
-        for (int i = 0; i < 7; ++i)
-        {
-            const QList<QByteArray> lstFields = lstRows.at(i + 1).trimmed().split(',');
-            QCOMPARE(lstFields.size(), 3);
-            QCOMPARE(lstFields.at(0), QByteArray::number(i));
-            const double fValue = vecValues.at(static_cast<std::size_t>(i));
-            bool bNumber = false;
-            const double fRead = lstFields.at(1).toDouble(&bNumber);
-            QCOMPARE(bNumber, !std::isnan(fValue));
-            if (bNumber)
-                QVERIFY(fRead == fValue);
-            else
-                QCOMPARE(lstFields.at(1), QByteArray());
-            QCOMPARE(lstFields.at(2).isEmpty(), i > 1);
-        }
-        QVERIFY(lstRows.at(1).trimmed().split(',').at(2).toDouble() == static_cast<double>(1.1f));
-    }
-
-    void theMenuSavesTheNumbers()
-    {
-        CShownPlot objShown;
-        QTemporaryDir objFolder;
-        bool bAnswered = false;
-        QTimer objAnswer;
-        connect(&objAnswer, &QTimer::timeout, this,
-                [&]
-                {
-                    auto* pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                    if (pDialog == nullptr || bAnswered)
-                        return;
-                    bAnswered = true;
-                    pDialog->setDirectory(objFolder.path());
-                    pDialog->findChild<QLineEdit*>()->setText(QStringLiteral("totals"));
-                    QTest::keyClick(pDialog->findChild<QLineEdit*>(), Qt::Key_Return);
-                });
-        objAnswer.start(20);
-        objShown.choose(QStringLiteral("Save Numbers..."));
-        QFile objFile(objFolder.filePath(QStringLiteral("totals.csv")));
-        QTRY_VERIFY(objFile.exists());
-        QVERIFY(bAnswered);
-        QVERIFY(objFile.open(QIODevice::ReadOnly));
-        QCOMPARE(objFile.readAll(), objShown.plot().numbers());
-    }
-
-    void aCancelledSaveWritesNothing()
-    {
-        CShownPlot objShown;
-        bool bAnswered = false;
-        QTimer objAnswer;
-        connect(&objAnswer, &QTimer::timeout, this,
-                [&]
-                {
-                    if (auto* pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget()))
-                    {
-                        bAnswered = true;
-                        pDialog->reject();
-                    }
-                });
-        objAnswer.start(20);
-        bool bError = false;
-        COrmErrorHandler::setResponder([&bError](const SErrorRequest&) { bError = true; });
-        objShown.plot().askAndSaveNumbers();
-        COrmErrorHandler::setResponder(COrmErrorHandler::FnResponder());
-        QVERIFY(bAnswered);
-        QVERIFY(!bError);
-    }
-
-    void aFailedSaveSaysWhy_data()
-    {
-        QTest::addColumn<QString>("strPath");
-        QTest::newRow("a folder of that name") << QStringLiteral("folder");
-        QTest::newRow("a folder that is not there") << QStringLiteral("missing/numbers.csv");
-        QTest::newRow("a device") << QStringLiteral("/dev/null");
-    }
-
-    void aFailedSaveSaysWhy()
-    {
-        QFETCH(QString, strPath);
-        COrmXYPlot objPlot;
-        add<double>(objPlot, strLine, {1.0});
-        const QTemporaryDir objFolder;
-        QVERIFY(QDir(objFolder.path()).mkdir(QStringLiteral("folder")));
-        QString strReason;
-        QVERIFY(!objPlot.saveNumbers(QDir(objFolder.path()).filePath(strPath), strReason));
-        QVERIFY(!strReason.isEmpty());
-        QCOMPARE(QDir(objFolder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList({QStringLiteral("folder")}));
-        QVERIFY(!QFileInfo(QStringLiteral("/dev/null")).isFile());
-    }
-
-    void withoutRoomTheOldFileStays()
-    {
-        COrmXYPlot objPlot;
-        add<double>(objPlot, strLine, std::vector<double>(500, 1.0 / 3.0));
-        const QTemporaryDir objFolder;
-        const QString strPath = objFolder.filePath(QStringLiteral("numbers.csv"));
-        QFile objOld(strPath);
-        QVERIFY(objOld.open(QIODevice::WriteOnly) && objOld.write("old") == 3);
-        objOld.close();
-        // Files may not grow beyond this while the numbers are written.
-        rlimit sBefore{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &sBefore), 0);
-        const rlimit sSmall{1000, sBefore.rlim_max};
-        signal(SIGXFSZ, SIG_IGN);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &sSmall), 0);
-        QString strReason;
-        const bool bSaved = objPlot.saveNumbers(strPath, strReason);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &sBefore), 0);
-        signal(SIGXFSZ, SIG_DFL);
-        QVERIFY(!bSaved);
-        QVERIFY(!strReason.isEmpty());
-        QVERIFY(objOld.open(QIODevice::ReadOnly));
-        QCOMPARE(objOld.readAll(), QByteArray("old"));
-        QCOMPARE(QDir(objFolder.path()).entryList(QDir::Files), QStringList({QStringLiteral("numbers.csv")}));
     }
 };
 
