@@ -94,7 +94,7 @@ void TestHostSequences::kindAndPathStandInTheToolTip()
     QCOMPARE(objModel.index(0, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("/study/A/ (luminescent, CT surface)"));
     QCOMPARE(objModel.index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("/study/B/ (images only)"));
     QVERIFY(!objModel.index(0, 0).data(Qt::DecorationRole).value<QIcon>().pixmap(16).isNull());
-    QVERIFY(objModel.index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
+    QVERIFY(!objModel.index(1, 0).data(Qt::DecorationRole).value<QIcon>().pixmap(16).isNull());
     QCOMPARE(objModel.index(0, 0).data(Qt::AccessibleTextRole).toString(), QStringLiteral("A, luminescent, CT surface"));
 }
 
@@ -147,8 +147,10 @@ void TestHostSequences::columnsAreSorted_data()
     QTest::addColumn<QStringList>("ids");
     QTest::newRow("ID") << int(COrmSequenceModel::eID) << int(Qt::AscendingOrder) << QStringList{"M2", "m10", "M11", "Z"};
     QTest::newRow("ID, downwards") << int(COrmSequenceModel::eID) << int(Qt::DescendingOrder) << QStringList{"Z", "M11", "m10", "M2"};
-    QTest::newRow("subject, then ID") << int(COrmSequenceModel::eSubject) << int(Qt::AscendingOrder)
-                                      << QStringList{"M11", "Z", "M2", "m10"};
+    QTest::newRow("subject, then date") << int(COrmSequenceModel::eSubject) << int(Qt::AscendingOrder)
+                                        << QStringList{"Z", "M11", "M2", "m10"};
+    QTest::newRow("subject, downwards, dateless last")
+        << int(COrmSequenceModel::eSubject) << int(Qt::DescendingOrder) << QStringList{"m10", "M2", "Z", "M11"};
     QTest::newRow("date, unreadable last") << int(COrmSequenceModel::eDate) << int(Qt::AscendingOrder)
                                            << QStringList{"Z", "M2", "m10", "M11"};
     QTest::newRow("date, downwards, unreadable last")

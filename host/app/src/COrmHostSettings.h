@@ -11,7 +11,7 @@
 class COrmHostSettings
 {
 public:
-    static constexpr int s_nMaxRecent = 8;
+    static constexpr int s_nMaxRecent = 10;
 
     /// The file in use; empty: none.
     static QString file();

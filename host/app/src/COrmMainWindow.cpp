@@ -1,6 +1,7 @@
 #include "COrmMainWindow.h"
 
 #include "COrmBasePalette.h"
+#include "COrmDemoStudy.h"
 #include "COrmImageOverlayWindow.h"
 #include "COrmLog.h"
 #include "COrmLogPanel.h"
@@ -11,70 +12,44 @@
 #include "COrmProcess.h"
 #include "COrmSequenceCollection.h"
 #include "COrmSequenceDataset.h"
+#include "COrmSequenceList.h"
 #include "COrmSequenceView.h"
 #include "COrmTool.h"
 #include "COrmUtilityFns.h"
 #include "OrmAbout.h"
 #include "OrmCommandLine.h"
+#include "OrmTexts.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QDir>
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QElapsedTimer>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QToolButton>
-#include <QUrl>
 #include <utility>
 
 namespace
 {
-constexpr qint64 s_nSliceMs = 20;     ///< work that goes on in the window's thread gives way after that long
-constexpr int s_nProblemsTold = 5;    ///< problems that a box names one by one
-constexpr int s_nProblemLength = 300; ///< characters of each
+constexpr int s_nHintLength = 300; ///< characters of a hint
+constexpr qint64 s_nSliceMs = 20;  ///< work that goes on in the window's thread gives way after that long
 
 const QString s_strGeometryKey = QStringLiteral("geometry");
 const QString s_strStateKey = QStringLiteral("state");
+const QString s_strSplitterKey = QStringLiteral("splitter");
 const QString s_strColumnsKey = QStringLiteral("columns");
 
-QString counted(qint64 nCount, const QString& strOne, const QString& strMany)
-{
-    return QStringLiteral("%1 %2").arg(nCount).arg(nCount == 1 ? strOne : strMany);
-}
-
-QString sequencesText(qint64 nCount)
-{
-    return counted(nCount, QStringLiteral("sequence"), QStringLiteral("sequences"));
-}
-
-/// Local paths of what is dragged.
-QStringList localPaths(const QMimeData* pData)
-{
-    QStringList lstPaths;
-    const QList<QUrl> lstUrls = pData->urls();
-    for (const QUrl& objUrl : lstUrls)
-    {
-        if (objUrl.isLocalFile())
-            lstPaths.append(objUrl.toLocalFile());
-    }
-    return lstPaths;
-}
 } // namespace
 
 COrmMainWindow::COrmMainWindow(QWidget* pParent)
     : QMainWindow(pParent),
       m_pSequences(new COrmSequenceCollection(this)),
       m_pOpener(new COrmSequenceOpener(m_pSequences, this)),
+      m_pDemo(new COrmDemoStudy(this)),
       m_pPlugins(new COrmPluginManager(this)),
       m_pView(new COrmSequenceView(m_pSequences, this)),
       m_pLogPanel(new COrmLogPanel(this))
@@ -101,14 +76,10 @@ COrmMainWindow::COrmMainWindow(QWidget* pParent)
         pWidget->hide();
     }
 
-    connect(m_pStopButton, &QToolButton::clicked, m_pOpener, &COrmSequenceOpener::cancel);
-    connect(m_pOpener, &COrmSequenceOpener::started, this, &COrmMainWindow::searchStarted);
-    connect(m_pOpener, &COrmSequenceOpener::progress, this, &COrmMainWindow::searchProgress);
-    connect(m_pOpener, &COrmSequenceOpener::finished, this, &COrmMainWindow::searchFinished);
-    connect(m_pView, &COrmSequenceView::openRequested, this, &COrmMainWindow::chooseStudy);
-    connect(m_pView, &COrmSequenceView::activated, this, &COrmMainWindow::showOverlay);
-    connect(m_pView, &COrmSequenceView::selectionChanged, this, &COrmMainWindow::updateControls);
-    connect(m_pView, &COrmSequenceView::menuRequested, this, [this](const QPoint& pt) { m_pSequenceMenu->popup(pt); });
+    connectOpening();
+    connect(m_pView->list(), &COrmSequenceList::activated, this, &COrmMainWindow::showOverlay);
+    connect(m_pView->list(), &COrmSequenceList::selectionChanged, this, &COrmMainWindow::updateControls);
+    connect(m_pView->list(), &COrmSequenceList::menuRequested, this, [this](const QPoint& pt) { m_pSequenceMenu->popup(pt); });
     connect(m_pSequences, &COrmSequenceCollection::added, this, &COrmMainWindow::updateControls);
     connect(m_pSequences, &COrmSequenceCollection::closed, this, &COrmMainWindow::updateControls);
     connect(m_pSequences, &COrmSequenceCollection::changed, this,
@@ -139,16 +110,18 @@ COrmMainWindow::~COrmMainWindow()
 {
     // Nobody is told any more of sequences that go, and the tools go while everything that they may ask for is still there.
     delete m_pOpener;
+    delete m_pDemo;
     delete m_pPlugins;
     delete m_pOverlay;
     m_pSequences->disconnect(this);
-    m_pView->disconnect(this);
+    m_pView->list()->disconnect(this);
 }
 
 void COrmMainWindow::loadTools(const QString& strFolder)
 {
     m_pPlugins->loadFolder(strFolder);
     placeTools();
+    offerTool();
     const int nRefused = m_pPlugins->refusals().size();
     if (nRefused > 0)
         showHint(nRefused == 1 ? m_pPlugins->refusals().first()
@@ -162,18 +135,6 @@ void COrmMainWindow::start(const SCommandLine& sLine)
         openPaths(sLine.m_lstFolders, false);
     else if (!m_strToolAtStart.isEmpty())
         openTool(std::exchange(m_strToolAtStart, QString()));
-}
-
-void COrmMainWindow::openPaths(const QStringList& lstPaths, bool bInteractive)
-{
-    for (auto it = lstPaths.crbegin(); it != lstPaths.crend(); ++it)
-    {
-        const QFileInfo objInfo(*it);
-        if (!it->isEmpty() && objInfo.isDir())
-            m_objSettings.addRecentFolder(QDir::cleanPath(objInfo.absoluteFilePath()));
-    }
-    m_bInteractive = bInteractive;
-    m_pOpener->open(lstPaths);
 }
 
 bool COrmMainWindow::openTool(const QString& strName)
@@ -212,23 +173,7 @@ void COrmMainWindow::addToolWindow(QWidget* pWindow)
 
 void COrmMainWindow::showHint(const QString& strHint)
 {
-    statusBar()->showMessage(COrmPlainText::visible(COrmPlainText::shortened(strHint, s_nProblemLength)));
-}
-
-void COrmMainWindow::chooseStudy()
-{
-    auto* pDialog = new QFileDialog(this, QStringLiteral("Open Study"), COrmPreference::getSettings()->getBrowsePath());
-    pDialog->setObjectName(QStringLiteral("openStudyDialog"));
-    pDialog->setAttribute(Qt::WA_DeleteOnClose);
-    pDialog->setFileMode(QFileDialog::Directory);
-    pDialog->setOption(QFileDialog::ShowDirsOnly);
-    connect(pDialog, &QFileDialog::fileSelected, this,
-            [this](const QString& strFolder)
-            {
-                COrmPreference::getSettings()->setBrowsePath(strFolder);
-                openPaths({strFolder}, true);
-            });
-    pDialog->open();
+    statusBar()->showMessage(COrmPlainText::visible(COrmPlainText::shortened(strHint, s_nHintLength)));
 }
 
 void COrmMainWindow::closeSelected()
@@ -237,7 +182,8 @@ void COrmMainWindow::closeSelected()
     for (const QString& strID : lstIDs)
         m_pSequences->close(strID);
     if (!lstIDs.isEmpty())
-        showHint(QStringLiteral("Closed %1.").arg(lstIDs.size() == 1 ? lstIDs.first() : sequencesText(lstIDs.size())));
+        showHint(QStringLiteral("Closed %1.")
+                     .arg(lstIDs.size() == 1 ? lstIDs.first() : OrmTexts::counted(lstIDs.size(), tr("sequence"), tr("sequences"))));
 }
 
 void COrmMainWindow::refreshSelected()
@@ -319,68 +265,6 @@ void COrmMainWindow::updateControls()
         m_pOverlay->setSequence(COrmSequenceDataset::getSequenceDataset(m_pView->currentID()));
 }
 
-void COrmMainWindow::searchStarted()
-{
-    m_pProgressBar->show();
-    m_pStopButton->show();
-    m_pView->setSearching(true);
-    showHint(QStringLiteral("Looking for sequences..."));
-}
-
-void COrmMainWindow::searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder)
-{
-    showHint(QStringLiteral("Looking for sequences: %1, %2 so far, in %3")
-                 .arg(sequencesText(nSequences), counted(nFolders, QStringLiteral("folder"), QStringLiteral("folders")), strFolder));
-}
-
-void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary)
-{
-    m_pProgressBar->hide();
-    m_pStopButton->hide();
-    m_pView->setSearching(false);
-    const int nProblems = sSummary.m_lstProblems.size();
-    QString strHint = sSummary.m_nOpened > 0 ? QStringLiteral("Opened %1.").arg(sequencesText(sSummary.m_nOpened))
-                                             : QStringLiteral("No further sequence was opened.");
-    if (sSummary.m_bCancelled)
-        strHint.prepend(QStringLiteral("The search was stopped. "));
-    if (nProblems > 0)
-        strHint += QStringLiteral(" View > Log names %1.").arg(counted(nProblems, QStringLiteral("problem"), QStringLiteral("problems")));
-    showHint(strHint);
-    if (!m_strToolAtStart.isEmpty())
-        openTool(std::exchange(m_strToolAtStart, QString()));
-    if (sSummary.m_nOpened > 0 || nProblems == 0)
-        return;
-    if (!m_bInteractive)
-    {
-        m_pLogPanel->show();
-        return;
-    }
-    QStringList lstTold;
-    for (const QString& strProblem : sSummary.m_lstProblems.mid(0, s_nProblemsTold))
-        lstTold.append(COrmPlainText::shortened(strProblem, s_nProblemLength));
-    if (nProblems > s_nProblemsTold)
-        lstTold.append(QStringLiteral("The log names %1 more.").arg(nProblems - s_nProblemsTold));
-    // Not from inside the search's own signal, which would wait for the answer.
-    const QString strText = QStringLiteral("No sequence was opened.\n\n") + lstTold.join(QLatin1Char('\n'));
-    QMetaObject::invokeMethod(
-        this, [this, strText] { COrmMessageBox::warning(this, QString(), strText, QMessageBox::Ok); }, Qt::QueuedConnection);
-}
-
-void COrmMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
-{
-    if (pEvent->mimeData()->hasUrls() && !localPaths(pEvent->mimeData()).isEmpty())
-        pEvent->acceptProposedAction();
-}
-
-void COrmMainWindow::dropEvent(QDropEvent* pEvent)
-{
-    const QStringList lstPaths = localPaths(pEvent->mimeData());
-    if (lstPaths.isEmpty())
-        return;
-    pEvent->acceptProposedAction();
-    openPaths(lstPaths, true);
-}
-
 void COrmMainWindow::closeEvent(QCloseEvent* pEvent)
 {
     if (COrmProcess::isUserInteractionDisabled())
@@ -399,6 +283,7 @@ void COrmMainWindow::saveLayout()
     m_objSettings.setValue(s_strGeometryKey, saveGeometry());
     m_objSettings.setValue(s_strStateKey, saveState());
     m_objSettings.setValue(s_strColumnsKey, m_pView->columnState());
+    m_objSettings.setValue(s_strSplitterKey, m_pView->splitterState());
 }
 
 void COrmMainWindow::restoreLayout()
@@ -406,5 +291,5 @@ void COrmMainWindow::restoreLayout()
     // Values of another version or damaged ones are refused by Qt and leave the layout as it is.
     restoreGeometry(m_objSettings.value(s_strGeometryKey));
     restoreState(m_objSettings.value(s_strStateKey));
-    m_pView->restoreColumnState(m_objSettings.value(s_strColumnsKey));
+    m_pView->restoreState(m_objSettings.value(s_strColumnsKey), m_objSettings.value(s_strSplitterKey));
 }

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QStringList>
 
+class COrmDemoStudy;
 class COrmImageOverlayWindow;
 class COrmLogPanel;
 class COrmPluginManager;
@@ -49,6 +50,7 @@ signals:
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dragLeaveEvent(QDragLeaveEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
 
     // ---- Construction and menus: COrmMainWindow_Menus.cpp ------------------
@@ -59,7 +61,6 @@ private:
     void makeToolsMenu();
     void makeWindowAndHelpMenus();
     QAction* addTo(QMenu* pMenu, const QString& strText, const QString& strHint, const char* pObjectName);
-    void fillRecentMenu();
     void fillWindowMenu();
     void addWindowAction(QWidget* pWindow, const QString& strText);
     /// Puts the tools into the menu: each before the entry that it asks for, if that is there, else behind the others.
@@ -72,6 +73,7 @@ private:
     QMenu* m_pViewMenu = nullptr;
     QMenu* m_pSequenceMenu = nullptr; ///< on a sequence of the list
     QToolBar* m_pToolBar = nullptr;
+    QAction* m_pCompareAction = nullptr;
     QAction* m_pCloseAction = nullptr;
     QAction* m_pCloseAllAction = nullptr;
     QAction* m_pRefreshAction = nullptr;
@@ -80,7 +82,6 @@ private:
 
     // ---- What the user does: COrmMainWindow.cpp ----------------------------
 private:
-    void chooseStudy();
     void closeSelected();
     void refreshSelected();
     void refreshNext();
@@ -92,15 +93,38 @@ private:
     void useTool(COrmTool& objTool);
     void addToolWindow(QWidget* pWindow);
     void updateControls();
-    void searchStarted();
-    void searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder);
-    void searchFinished(const COrmSequenceOpener::SSummary& sSummary);
     void showHint(const QString& strHint);
     void saveLayout();
     void restoreLayout();
 
+    // ---- Opening studies and handing them on: COrmMainWindow_Opening.cpp ---
+private:
+    void connectOpening();
+    void chooseStudy();
+    /// The recent studies that are there.
+    QStringList recentStudies() const;
+    void updateRecent();
+    void clearRecent();
+    void fillRecentMenu();
+    /// Shows in the status bar and on the welcome page that work goes on; @p nAll of 0: nobody knows how much there is to do.
+    void showWork(const QString& strHeading, const QString& strText, int nDone = 0, int nAll = 0);
+    void endWork();
+    void stopOpening();
+    void searchStarted();
+    void searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder);
+    void searchFinished(const COrmSequenceOpener::SSummary& sSummary);
+    void tellLater(const QString& strText);
+    void demoProgress(int nDone, int nAll);
+    void demoReady(const QString& strFolder);
+    void demoFailed(const QString& strReason);
+    /// Says in the preview, the menus and the notice whether there is a tool to compare results with.
+    void offerTool();
+    /// Opens that tool with the selected sequence.
+    void compare();
+
     COrmSequenceCollection* m_pSequences;
     COrmSequenceOpener* m_pOpener;
+    COrmDemoStudy* m_pDemo;
     COrmPluginManager* m_pPlugins;
     COrmSequenceView* m_pView;
     COrmLogPanel* m_pLogPanel;
@@ -108,6 +132,7 @@ private:
     QProgressBar* m_pProgressBar = nullptr;
     QToolButton* m_pStopButton = nullptr;
     QList<QPointer<QWidget>> m_lstToolWindows; ///< in the order of registration
+    QStringList m_lstOpening;                  ///< folders of the running search, in the order asked for
     QStringList m_lstToRefresh;                ///< IDs that wait to be read again
     QString m_strToolAtStart;                  ///< opened once the folders of the command line are
     bool m_bInteractive = false;               ///< the running search was asked for in the window

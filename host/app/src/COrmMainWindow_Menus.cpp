@@ -1,11 +1,14 @@
+#include "COrmDemoStudy.h"
 #include "COrmImageOverlayWindow.h"
 #include "COrmLogPanel.h"
 #include "COrmMainWindow.h"
-#include "COrmPlainText.h"
 #include "COrmPluginManager.h"
 #include "COrmSequenceCollection.h"
+#include "COrmSequenceList.h"
 #include "COrmSequenceView.h"
 #include "COrmTool.h"
+#include "OrmGlyphs.h"
+#include "OrmTexts.h"
 
 #include <QAction>
 #include <QApplication>
@@ -17,8 +20,6 @@
 
 namespace
 {
-constexpr int s_nMenuTextLength = 80; ///< characters of a path or title in a menu
-
 /// The text of a menu entry as a user reads it.
 QString readable(const QString& strActionText)
 {
@@ -27,12 +28,6 @@ QString readable(const QString& strActionText)
     if (strText.endsWith(QLatin1String("...")))
         strText.chop(3);
     return strText.trimmed();
-}
-
-/// A text from elsewhere as the text of a menu entry.
-QString menuText(const QString& strText)
-{
-    return COrmPlainText::visible(COrmPlainText::shortened(strText, s_nMenuTextLength)).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 QAction* entryNamed(const QMenu* pMenu, const QString& strName)
@@ -76,6 +71,7 @@ void COrmMainWindow::makeMenus()
     makeWindowAndHelpMenus();
 
     m_pSequenceMenu = new QMenu(this);
+    m_pSequenceMenu->addAction(m_pCompareAction);
     m_pSequenceMenu->addAction(m_pOverlayAction);
     m_pSequenceMenu->addAction(m_pRefreshAction);
     m_pSequenceMenu->addSeparator();
@@ -95,9 +91,19 @@ void COrmMainWindow::makeFileMenu()
     m_pRecentMenu->setObjectName(QStringLiteral("menuRecent"));
     m_pRecentMenu->menuAction()->setStatusTip(QStringLiteral("Open a folder that was opened before"));
     connect(m_pRecentMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillRecentMenu);
-    connect(pFile, &QMenu::aboutToShow, this,
-            [this] { m_pRecentMenu->menuAction()->setEnabled(!m_objSettings.recentFolders().isEmpty()); });
+    connect(pFile, &QMenu::aboutToShow, this, [this] { m_pRecentMenu->menuAction()->setEnabled(!recentStudies().isEmpty()); });
 
+    QAction* pDemo = addTo(pFile, tr("Open &Demo Study"), tr("Open a study of a made-up mouse at five time points"), "actionOpenDemo");
+    pDemo->setEnabled(m_pDemo->isOffered());
+    connect(pDemo, &QAction::triggered, m_pDemo, &COrmDemoStudy::start);
+
+    m_pCompareAction =
+        addTo(pFile, tr("&Compare Sequence"),
+              tr("Open the Longitudinal Study tool with the selected sequence, to compare its saved results"), "actionCompare");
+    m_pCompareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
+    m_pCompareAction->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
+    m_pCompareAction->setEnabled(false);
+    connect(m_pCompareAction, &QAction::triggered, this, &COrmMainWindow::compare);
     m_pRefreshAction = addTo(pFile, QStringLiteral("Re&fresh"),
                              QStringLiteral("Read the selected sequences again, or all if none is selected"), "actionRefresh");
     m_pRefreshAction->setShortcut(QKeySequence::Refresh);
@@ -121,20 +127,6 @@ void COrmMainWindow::makeFileMenu()
     m_pToolBar->addSeparator();
 }
 
-void COrmMainWindow::fillRecentMenu()
-{
-    m_pRecentMenu->clear();
-    const QStringList lstFolders = m_objSettings.recentFolders();
-    for (const QString& strFolder : lstFolders)
-    {
-        QAction* pAction = m_pRecentMenu->addAction(menuText(strFolder));
-        connect(pAction, &QAction::triggered, this, [this, strFolder] { openPaths({strFolder}, true); });
-    }
-    m_pRecentMenu->addSeparator();
-    QAction* pClear = m_pRecentMenu->addAction(QStringLiteral("&Clear This List"));
-    connect(pClear, &QAction::triggered, this, [this] { m_objSettings.clearRecentFolders(); });
-}
-
 void COrmMainWindow::makeEditMenu()
 {
     QMenu* pEdit = menuBar()->addMenu(QStringLiteral("&Edit"));
@@ -146,7 +138,10 @@ void COrmMainWindow::makeEditMenu()
     connect(pCopy, &QAction::triggered, this, &COrmMainWindow::copy);
     QAction* pSelectAll =
         addTo(pEdit, QStringLiteral("Select &All"), QStringLiteral("Select all sequences of the list"), "actionSelectAll");
-    connect(pSelectAll, &QAction::triggered, m_pView, &COrmSequenceView::selectAll);
+    connect(pSelectAll, &QAction::triggered, m_pView->list(), &COrmSequenceList::selectAll);
+    QAction* pFind = addTo(pEdit, tr("&Find Sequence"), tr("Type words to show only the sequences that have them"), "actionFind");
+    pFind->setShortcut(QKeySequence::Find);
+    connect(pFind, &QAction::triggered, m_pView->list(), &COrmSequenceList::find);
 }
 
 void COrmMainWindow::makeToolsMenu()
@@ -219,7 +214,7 @@ void COrmMainWindow::makeWindowAndHelpMenus()
 
 void COrmMainWindow::addWindowAction(QWidget* pWindow, const QString& strText)
 {
-    QAction* pAction = m_pWindowMenu->addAction(menuText(strText));
+    QAction* pAction = m_pWindowMenu->addAction(OrmTexts::menuText(strText));
     pAction->setCheckable(true);
     pAction->setChecked(pWindow == QApplication::activeWindow());
     pAction->setStatusTip(QStringLiteral("Bring this window to the front"));

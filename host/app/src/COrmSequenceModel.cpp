@@ -2,6 +2,7 @@
 
 #include "COrmSequenceCollection.h"
 #include "COrmSequenceDataset.h"
+#include "OrmGlyphs.h"
 
 #include <QDateTime>
 #include <QIcon>
@@ -19,7 +20,7 @@ QIcon kindIcon(const COrmSequenceDataset& objSequence)
         return QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm"));
     if (objSequence.isFluorescentSequence())
         return QIcon(QStringLiteral(":/Resource/fluorescent_icon.xpm"));
-    return {};
+    return OrmGlyphs::icon(OrmGlyphs::ePhotograph);
 }
 } // namespace
 
@@ -62,6 +63,10 @@ QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
         return sortKey(objSequence, objIndex.column());
     case eSequenceIDRole:
         return objSequence.getSequenceID();
+    case eFilterRole:
+        return QStringList{text(objSequence, eID), text(objSequence, eSubject), text(objSequence, eDate), text(objSequence, eResults),
+                           kindText(objSequence)}
+            .join(QLatin1Char('\n'));
     default:
         return {};
     }
@@ -74,13 +79,13 @@ QVariant COrmSequenceModel::headerData(int nSection, Qt::Orientation eOrientatio
     switch (nSection)
     {
     case eID:
-        return QStringLiteral("Sequence");
+        return tr("Sequence");
     case eSubject:
-        return QStringLiteral("Subject");
+        return tr("Subject");
     case eDate:
-        return QStringLiteral("Date");
+        return tr("Date");
     case eResults:
-        return QStringLiteral("Saved results");
+        return tr("Saved results");
     default:
         return {};
     }
@@ -126,18 +131,18 @@ QString COrmSequenceModel::kindText(const COrmSequenceDataset& objSequence)
 {
     QStringList lstWords;
     if (objSequence.isLuminescentSequence())
-        lstWords.append(QStringLiteral("luminescent"));
+        lstWords.append(tr("luminescent"));
     if (objSequence.isFluorescentSequence())
-        lstWords.append(QStringLiteral("fluorescent"));
+        lstWords.append(tr("fluorescent"));
     if (objSequence.isTransIlluminationSequence())
-        lstWords.append(QStringLiteral("trans-illumination"));
+        lstWords.append(tr("trans-illumination"));
     if (objSequence.isTransIllumOverviewResultSequence())
-        lstWords.append(QStringLiteral("overview result"));
+        lstWords.append(tr("overview result"));
     if (objSequence.isSLASequence())
-        lstWords.append(QStringLiteral("structured-light surface"));
+        lstWords.append(tr("structured-light surface"));
     if (objSequence.isCTSequence(false))
-        lstWords.append(QStringLiteral("CT surface"));
-    return lstWords.isEmpty() ? QStringLiteral("images only") : lstWords.join(QStringLiteral(", "));
+        lstWords.append(tr("CT surface"));
+    return lstWords.isEmpty() ? tr("images only") : lstWords.join(QStringLiteral(", "));
 }
 
 QString COrmSequenceModel::resultsText(int nSOLA, int nNOVA)
@@ -147,7 +152,7 @@ QString COrmSequenceModel::resultsText(int nSOLA, int nNOVA)
         lstWords.append(QStringLiteral("%1 SOLA").arg(nSOLA));
     if (nNOVA > 0)
         lstWords.append(QStringLiteral("%1 NOVA").arg(nNOVA));
-    return lstWords.isEmpty() ? QStringLiteral("none") : lstWords.join(QStringLiteral(", "));
+    return lstWords.isEmpty() ? tr("none") : lstWords.join(QStringLiteral(", "));
 }
 
 QString COrmSequenceModel::dateText(const QString& strDateTime)

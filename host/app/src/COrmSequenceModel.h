@@ -23,7 +23,8 @@ public:
     enum ERole
     {
         eSortRole = Qt::UserRole, ///< what a column is sorted by
-        eSequenceIDRole           ///< the ID, in every column
+        eSequenceIDRole,          ///< the ID, in every column
+        eFilterRole               ///< all that a filter looks at, one text per line
     };
 
     explicit COrmSequenceModel(COrmSequenceCollection* pCollection, QObject* pParent = nullptr);

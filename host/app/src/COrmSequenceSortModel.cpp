@@ -4,6 +4,16 @@
 #include "OrmNaturalOrder.h"
 
 #include <QDateTime>
+#include <algorithm>
+
+namespace
+{
+/// The date of the row's sequence, whatever the column.
+QDateTime dateOf(const QModelIndex& objIndex)
+{
+    return objIndex.sibling(objIndex.row(), COrmSequenceModel::eDate).data(COrmSequenceModel::eSortRole).toDateTime();
+}
+} // namespace
 
 COrmSequenceSortModel::COrmSequenceSortModel(QObject* pParent) : QSortFilterProxyModel(pParent)
 {
@@ -13,7 +23,7 @@ COrmSequenceSortModel::COrmSequenceSortModel(QObject* pParent) : QSortFilterProx
 
 void COrmSequenceSortModel::setFilterText(const QString& strText)
 {
-    m_strFilter = strText;
+    m_lstWords = strText.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     invalidateFilter();
 }
 
@@ -21,28 +31,26 @@ bool COrmSequenceSortModel::lessThan(const QModelIndex& objLeft, const QModelInd
 {
     const QVariant varLeft = objLeft.data(COrmSequenceModel::eSortRole);
     const QVariant varRight = objRight.data(COrmSequenceModel::eSortRole);
-    if (objLeft.column() == COrmSequenceModel::eDate)
-    {
-        const QDateTime objLeftDate = varLeft.toDateTime();
-        const QDateTime objRightDate = varRight.toDateTime();
-        if (objLeftDate.isValid() != objRightDate.isValid())
-        {
-            // At the end in both directions of sorting.
-            return objLeftDate.isValid() == (sortOrder() == Qt::AscendingOrder);
-        }
-        if (objLeftDate != objRightDate)
-            return objLeftDate < objRightDate;
-    }
-    else if (objLeft.column() == COrmSequenceModel::eResults)
+    if (objLeft.column() == COrmSequenceModel::eResults)
     {
         if (varLeft.toInt() != varRight.toInt())
             return varLeft.toInt() < varRight.toInt();
     }
-    else
+    else if (objLeft.column() != COrmSequenceModel::eDate)
     {
         const int nOrder = OrmNaturalOrder::compare(varLeft.toString(), varRight.toString());
         if (nOrder != 0)
             return nOrder < 0;
+    }
+    if (objLeft.column() == COrmSequenceModel::eDate || objLeft.column() == COrmSequenceModel::eSubject)
+    {
+        const QDateTime objLeftDate = dateOf(objLeft);
+        const QDateTime objRightDate = dateOf(objRight);
+        // What has no date stands at the end in both directions of sorting.
+        if (objLeftDate.isValid() != objRightDate.isValid())
+            return objLeftDate.isValid() == (sortOrder() == Qt::AscendingOrder);
+        if (objLeftDate != objRightDate)
+            return objLeftDate < objRightDate;
     }
     // What is equal stands in the order of the IDs.
     return OrmNaturalOrder::compare(objLeft.data(COrmSequenceModel::eSequenceIDRole).toString(),
@@ -51,12 +59,9 @@ bool COrmSequenceSortModel::lessThan(const QModelIndex& objLeft, const QModelInd
 
 bool COrmSequenceSortModel::filterAcceptsRow(int nRow, const QModelIndex& objParent) const
 {
-    if (m_strFilter.isEmpty())
+    if (m_lstWords.isEmpty())
         return true;
-    for (const int nColumn : {int(COrmSequenceModel::eID), int(COrmSequenceModel::eSubject)})
-    {
-        if (sourceModel()->index(nRow, nColumn, objParent).data().toString().contains(m_strFilter, Qt::CaseInsensitive))
-            return true;
-    }
-    return false;
+    const QString strText = sourceModel()->index(nRow, COrmSequenceModel::eID, objParent).data(COrmSequenceModel::eFilterRole).toString();
+    return std::all_of(m_lstWords.cbegin(), m_lstWords.cend(),
+                       [&strText](const QString& strWord) { return strText.contains(strWord, Qt::CaseInsensitive); });
 }

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QSortFilterProxyModel>
+#include <QStringList>
 
-/// Sorts sequences: numbers inside IDs count as numbers, what has no readable date stands at the end. Shows those of which the ID or the
-/// subject contains the filter text.
+/// Sorts sequences: numbers inside IDs count as numbers, what has no readable date stands at the end, what has the same subject stands by
+/// its date. Shows those in which every word of the filter occurs, case aside, in the ID, the subject, the date, the kind or the results.
 class COrmSequenceSortModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -18,5 +19,5 @@ protected:
     bool filterAcceptsRow(int nRow, const QModelIndex& objParent) const override;
 
 private:
-    QString m_strFilter;
+    QStringList m_lstWords; ///< of the filter
 };

@@ -1,107 +1,53 @@
 #include "COrmSequenceView.h"
 
-#include "COrmPlainTextDelegate.h"
+#include "COrmNoticeBar.h"
+#include "COrmSequenceCollection.h"
+#include "COrmSequenceDataset.h"
+#include "COrmSequenceList.h"
 #include "COrmSequenceModel.h"
-#include "COrmSequenceSortModel.h"
+#include "COrmSequencePreview.h"
+#include "COrmWelcomePanel.h"
 
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QSplitter>
 #include <QStackedWidget>
-#include <QTreeView>
 #include <QVBoxLayout>
-#include <algorithm>
 
 COrmSequenceView::COrmSequenceView(COrmSequenceCollection* pCollection, QWidget* pParent)
-    : QWidget(pParent), m_pModel(new COrmSequenceModel(pCollection, this)), m_pSorted(new COrmSequenceSortModel(this))
+    : QWidget(pParent), m_pModel(new COrmSequenceModel(pCollection, this))
 {
-    m_pSorted->setSourceModel(m_pModel);
+    m_pNotice = new COrmNoticeBar(this);
+    m_pWelcome = new COrmWelcomePanel(this);
+    m_pSplitter = new QSplitter(Qt::Horizontal, this);
+    m_pSplitter->setObjectName(QStringLiteral("sequenceSplitter"));
+    m_pList = new COrmSequenceList(m_pModel, m_pSplitter);
+    m_pPreview = new COrmSequencePreview(m_pSplitter);
+    m_pSplitter->addWidget(m_pList);
+    m_pSplitter->addWidget(m_pPreview);
+    m_pSplitter->setCollapsible(0, false);
+    m_pSplitter->setStretchFactor(0, 3);
+    m_pSplitter->setStretchFactor(1, 2);
+    auto* pListPage = new QWidget(this);
+    auto* pListLayout = new QVBoxLayout(pListPage);
+    pListLayout->addWidget(m_pSplitter);
     m_pPages = new QStackedWidget(this);
-    m_pPages->addWidget(makeEmptyPage());
-    m_pPages->addWidget(makeListPage());
+    m_pPages->addWidget(m_pWelcome);
+    m_pPages->addWidget(pListPage);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->addWidget(m_pPages);
+    pLayout->setSpacing(0);
+    pLayout->addWidget(m_pNotice);
+    pLayout->addWidget(m_pPages, 1);
 
     connect(m_pModel, &QAbstractItemModel::rowsInserted, this, &COrmSequenceView::updatePage);
     connect(m_pModel, &QAbstractItemModel::rowsRemoved, this, &COrmSequenceView::updatePage);
-    setSearching(false);
-    updatePage();
-}
-
-QWidget* COrmSequenceView::makeEmptyPage()
-{
-    auto* pPage = new QWidget(this);
-    pPage->setObjectName(QStringLiteral("emptyPage"));
-    m_pEmptyHeading = new QLabel(pPage);
-    m_pEmptyHeading->setObjectName(QStringLiteral("emptyHeading"));
-    QFont objFont = m_pEmptyHeading->font();
-    objFont.setPointSizeF(objFont.pointSizeF() * 1.5);
-    m_pEmptyHeading->setFont(objFont);
-    m_pEmptyText = new QLabel(pPage);
-    m_pEmptyText->setObjectName(QStringLiteral("emptyText"));
-    for (QLabel* pLabel : {m_pEmptyHeading, m_pEmptyText})
-    {
-        pLabel->setTextFormat(Qt::PlainText);
-        pLabel->setAlignment(Qt::AlignCenter);
-        pLabel->setWordWrap(true);
-    }
-    m_pOpenButton = new QPushButton(QStringLiteral("&Open Study..."), pPage);
-    m_pOpenButton->setObjectName(QStringLiteral("openStudyButton"));
-    connect(m_pOpenButton, &QPushButton::clicked, this, &COrmSequenceView::openRequested);
-
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addStretch(2);
-    pLayout->addWidget(m_pEmptyHeading);
-    pLayout->addWidget(m_pEmptyText);
-    pLayout->addSpacing(fontMetrics().height());
-    pLayout->addWidget(m_pOpenButton, 0, Qt::AlignHCenter);
-    pLayout->addStretch(3);
-    return pPage;
-}
-
-QWidget* COrmSequenceView::makeListPage()
-{
-    auto* pPage = new QWidget(this);
-    m_pFilter = new QLineEdit(pPage);
-    m_pFilter->setObjectName(QStringLiteral("sequenceFilter"));
-    m_pFilter->setPlaceholderText(QStringLiteral("Show only sequences and subjects that contain..."));
-    m_pFilter->setClearButtonEnabled(true);
-    connect(m_pFilter, &QLineEdit::textChanged, m_pSorted, &COrmSequenceSortModel::setFilterText);
-
-    m_pTree = new QTreeView(pPage);
-    m_pTree->setObjectName(QStringLiteral("sequenceList"));
-    m_pTree->setAccessibleName(QStringLiteral("Open sequences"));
-    m_pTree->setModel(m_pSorted);
-    m_pTree->setItemDelegate(new COrmPlainTextDelegate(m_pTree));
-    m_pTree->setRootIsDecorated(false);
-    m_pTree->setUniformRowHeights(true);
-    m_pTree->setAllColumnsShowFocus(true);
-    m_pTree->setAlternatingRowColors(true);
-    m_pTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_pTree->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_pTree->setSortingEnabled(true);
-    m_pTree->sortByColumn(COrmSequenceModel::eID, Qt::AscendingOrder);
-    // Wide enough for usual names; the user's widths are remembered.
-    const int nEm = fontMetrics().horizontalAdvance(QLatin1Char('M'));
-    m_pTree->setColumnWidth(COrmSequenceModel::eID, 18 * nEm);
-    m_pTree->setColumnWidth(COrmSequenceModel::eSubject, 14 * nEm);
-    m_pTree->setColumnWidth(COrmSequenceModel::eDate, 12 * nEm);
-    connect(m_pTree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &COrmSequenceView::selectionChanged);
-    connect(m_pTree, &QTreeView::activated, this,
-            [this](const QModelIndex& objIndex) { emit activated(objIndex.data(COrmSequenceModel::eSequenceIDRole).toString()); });
-    connect(m_pTree, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& pt)
+    connect(m_pList, &COrmSequenceList::selectionChanged, this, &COrmSequenceView::updatePreview);
+    connect(pCollection, &COrmSequenceCollection::changed, this,
+            [this](const COrmSequenceDataset* pSequence)
             {
-                if (m_pTree->indexAt(pt).isValid())
-                    emit menuRequested(m_pTree->viewport()->mapToGlobal(pt));
+                if (pSequence->getSequenceID() == currentID())
+                    m_pPreview->refresh(pSequence);
             });
-
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addWidget(m_pFilter);
-    pLayout->addWidget(m_pTree);
-    return pPage;
+    updatePage();
 }
 
 void COrmSequenceView::updatePage()
@@ -111,48 +57,37 @@ void COrmSequenceView::updatePage()
         return;
     m_pPages->setCurrentIndex(nPage);
     if (nPage == 1)
-        m_pTree->setFocus(); // the list, not the filter above it, is what the keyboard is for first
+        m_pList->focusTable(); // the list, not the filter above it, is what the keyboard is for first
 }
 
-void COrmSequenceView::setSearching(bool bSearching)
+void COrmSequenceView::updatePreview()
 {
-    m_pEmptyHeading->setText(bSearching ? QStringLiteral("Looking for sequences...") : QStringLiteral("No sequence is open"));
-    m_pEmptyText->setText(bSearching ? QStringLiteral("They appear here as they are found.")
-                                     : QStringLiteral("Open the folder of a study, or drop folders here. "
-                                                      "Every sequence below them is opened."));
-    m_pOpenButton->setVisible(!bSearching);
+    m_pPreview->setSequence(COrmSequenceDataset::getSequenceDataset(currentID()));
 }
 
 QStringList COrmSequenceView::selectedIDs() const
 {
-    QModelIndexList lstRows = m_pTree->selectionModel()->selectedRows();
-    std::sort(lstRows.begin(), lstRows.end(), [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
-    QStringList lstIDs;
-    for (const QModelIndex& objRow : qAsConst(lstRows))
-        lstIDs.append(objRow.data(COrmSequenceModel::eSequenceIDRole).toString());
-    return lstIDs;
+    return m_pList->selectedIDs();
 }
 
 QString COrmSequenceView::currentID() const
 {
-    const QModelIndex objCurrent = m_pTree->currentIndex();
-    if (objCurrent.isValid() && m_pTree->selectionModel()->isRowSelected(objCurrent.row(), QModelIndex()))
-        return objCurrent.data(COrmSequenceModel::eSequenceIDRole).toString();
-    return selectedIDs().value(0);
-}
-
-void COrmSequenceView::selectAll()
-{
-    m_pTree->selectAll();
+    return m_pList->currentID();
 }
 
 QByteArray COrmSequenceView::columnState() const
 {
-    return m_pTree->header()->saveState();
+    return m_pList->columnState();
 }
 
-void COrmSequenceView::restoreColumnState(const QByteArray& arrState)
+QByteArray COrmSequenceView::splitterState() const
 {
-    if (!arrState.isEmpty())
-        m_pTree->header()->restoreState(arrState);
+    return m_pSplitter->saveState();
+}
+
+void COrmSequenceView::restoreState(const QByteArray& arrColumns, const QByteArray& arrSplitter)
+{
+    m_pList->restoreColumnState(arrColumns);
+    if (!arrSplitter.isEmpty())
+        m_pSplitter->restoreState(arrSplitter);
 }

@@ -3,16 +3,17 @@
 #include <QStringList>
 #include <QWidget>
 
+class COrmNoticeBar;
 class COrmSequenceCollection;
+class COrmSequenceList;
 class COrmSequenceModel;
-class COrmSequenceSortModel;
-class QLabel;
-class QLineEdit;
-class QPushButton;
+class COrmSequencePreview;
+class COrmWelcomePanel;
+class QSplitter;
 class QStackedWidget;
-class QTreeView;
 
-/// The list of open sequences; with none open, a page that says what to do.
+/// The middle of the main window: the list of open sequences beside a preview of the selected one; with none open, a page that says what
+/// to do. Above both, a notice where something is amiss.
 class COrmSequenceView : public QWidget
 {
     Q_OBJECT
@@ -20,34 +21,31 @@ class COrmSequenceView : public QWidget
 public:
     explicit COrmSequenceView(COrmSequenceCollection* pCollection, QWidget* pParent = nullptr);
 
+    /// The page that is shown while no sequence is open.
+    COrmWelcomePanel* welcome() const { return m_pWelcome; }
+    COrmSequenceList* list() const { return m_pList; }
+    COrmSequencePreview* preview() const { return m_pPreview; }
+    COrmNoticeBar* notice() const { return m_pNotice; }
+
     /// IDs of the selected sequences, in the order shown.
     QStringList selectedIDs() const;
     /// The sequence with the keyboard's mark, if it is selected, else the first selected one; null: none.
     QString currentID() const;
-    void selectAll();
-    /// Has the empty page say that a search is going on.
-    void setSearching(bool bSearching);
 
+    /// Widths of the columns and the share of the preview.
     QByteArray columnState() const;
-    void restoreColumnState(const QByteArray& arrState);
-
-signals:
-    void openRequested();
-    void activated(const QString& strSequenceID);
-    void selectionChanged();
-    void menuRequested(const QPoint& ptGlobal);
+    QByteArray splitterState() const;
+    void restoreState(const QByteArray& arrColumns, const QByteArray& arrSplitter);
 
 private:
-    QWidget* makeEmptyPage();
-    QWidget* makeListPage();
     void updatePage();
+    void updatePreview();
 
     COrmSequenceModel* m_pModel;
-    COrmSequenceSortModel* m_pSorted;
+    COrmNoticeBar* m_pNotice = nullptr;
     QStackedWidget* m_pPages = nullptr;
-    QTreeView* m_pTree = nullptr;
-    QLineEdit* m_pFilter = nullptr;
-    QLabel* m_pEmptyHeading = nullptr;
-    QLabel* m_pEmptyText = nullptr;
-    QPushButton* m_pOpenButton = nullptr;
+    COrmWelcomePanel* m_pWelcome = nullptr;
+    QSplitter* m_pSplitter = nullptr;
+    COrmSequenceList* m_pList = nullptr;
+    COrmSequencePreview* m_pPreview = nullptr;
 };

@@ -91,3 +91,10 @@ bool COrmTool::use(QString* pstrReason)
         *pstrReason = bReturned ? QStringLiteral("%1 could not open its window.").arg(m_strName) : strReason;
     return false;
 }
+
+bool COrmTool::select(const COrmSequenceDataset* pSequence)
+{
+    bool bSelected = false;
+    OrmGuard::run(m_strName, [&] { bSelected = m_pTool && m_pTool->selectSequence(pSequence); });
+    return bSelected;
+}

@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 
+class COrmSequenceDataset;
 class COrmToolPluginBase;
 class QAction;
 class QMenu;
@@ -25,6 +26,8 @@ public:
     /// What the menu entry does: the first time createObject() and show(), later createObject() alone. False, with a reason in
     /// @p pstrReason, when no window came into being.
     bool use(QString* pstrReason = nullptr);
+    /// Has the tool take up that sequence in its window; false if it does not offer it.
+    bool select(const COrmSequenceDataset* pSequence);
 
     COrmToolPluginBase* plugin() const;
     QString name() const { return m_strName; }         ///< text of the menu entry

@@ -35,7 +35,6 @@ public:
 private:
     friend class COrmSequenceDataset;
     void setFacts(const SClickFacts& sFacts);
-    QString insideFolder(const QString& strFile) const;
 
     SClickFacts m_sFacts;               ///< as read when the sequence was opened or last refreshed
     double m_fImageFOV = s_fDefaultFOV; ///< in cm

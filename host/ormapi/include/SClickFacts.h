@@ -20,6 +20,9 @@ struct SClickFacts
     QString m_strPhotographicFOV;       ///< "Field of View" of the photographic image, in cm; null: not given
     QString m_strPhotographicImageFile; ///< "Image File" of the photographic image, relative to the folder
     QString m_strLuminescentImageFile;  ///< "Image File" of the luminescent image, relative to the folder
+    QString m_strEmissionFilter;        ///< "Emission Filter" of the luminescent image, in nm; null: not given
+    QString m_strExcitationFilter;      ///< "Excitation Filter" of the luminescent image, in nm; null: not given
+    QString m_strExposureTime;          ///< "Exposure Time" of the luminescent image, in s; null: not given
 
     bool operator==(const SClickFacts& other) const;
     bool operator!=(const SClickFacts& other) const { return !(*this == other); }
@@ -39,4 +42,8 @@ bool isLuminescent(const SClickFacts& sClick);
 bool hasSingleSpot(const SClickFacts& sClick);
 /// Field of view in cm: the luminescent image's, else the photographic image's; 0 if neither is a finite number above 0.
 double fieldOfView(const SClickFacts& sClick);
+/// Absolute path of the photograph that the click names, if it lies inside the click's folder; otherwise null. Looks at the disk.
+QString photographFile(const SClickFacts& sClick);
+/// The same for the luminescent image.
+QString luminescentFile(const SClickFacts& sClick);
 } // namespace OrmClickFacts

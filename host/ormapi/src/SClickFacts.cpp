@@ -3,6 +3,8 @@
 #include "CPLClickInfo.h"
 #include "OrmNumberText.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <tuple>
 
 namespace
@@ -29,11 +31,24 @@ double positiveNumber(const QString& strText)
     return OrmNumberText::toDouble(strText, fValue) && fValue > 0.0 ? fValue : 0.0;
 }
 
+QString insideFolder(const SClickFacts& sClick, const QString& strFile)
+{
+    if (strFile.isEmpty() || sClick.m_strFolder.isEmpty())
+        return {};
+    // Both paths are compared with their links resolved, so that neither ".." nor a link leads out of the click's folder.
+    const QString strFolder = QFileInfo(sClick.m_strFolder).canonicalFilePath();
+    const QString strPath = QFileInfo(QDir(strFolder), strFile).canonicalFilePath();
+    if (strFolder.isEmpty() || !strPath.startsWith(strFolder + QLatin1Char('/')) || !QFileInfo(strPath).isFile())
+        return {};
+    return strPath;
+}
+
 auto tied(const SClickFacts& s)
 {
     return std::tie(s.m_strClickNumber, s.m_strFolder, s.m_bPhotographic, s.m_bStructure, s.m_bReference, s.m_bLuminescent,
                     s.m_strImageSubtype, s.m_strSpotX, s.m_strSpotY, s.m_strLuminescentFOV, s.m_strPhotographicFOV,
-                    s.m_strPhotographicImageFile, s.m_strLuminescentImageFile);
+                    s.m_strPhotographicImageFile, s.m_strLuminescentImageFile, s.m_strEmissionFilter, s.m_strExcitationFilter,
+                    s.m_strExposureTime);
 }
 } // namespace
 
@@ -58,6 +73,9 @@ SClickFacts OrmClickFacts::fromClickInfo(const CPLClickInfo& objInfo)
     sClick.m_strPhotographicFOV = valueOf(objInfo, s_strPhotographic, strFOV);
     sClick.m_strPhotographicImageFile = valueOf(objInfo, s_strPhotographic, strImageFile);
     sClick.m_strLuminescentImageFile = valueOf(objInfo, s_strLuminescent, strImageFile);
+    sClick.m_strEmissionFilter = valueOf(objInfo, s_strLuminescent, QStringLiteral("Emission Filter"));
+    sClick.m_strExcitationFilter = valueOf(objInfo, s_strLuminescent, QStringLiteral("Excitation Filter"));
+    sClick.m_strExposureTime = valueOf(objInfo, s_strLuminescent, QStringLiteral("Exposure Time"));
     return sClick;
 }
 
@@ -86,4 +104,14 @@ double OrmClickFacts::fieldOfView(const SClickFacts& sClick)
 {
     const double fLuminescent = positiveNumber(sClick.m_strLuminescentFOV);
     return fLuminescent > 0.0 ? fLuminescent : positiveNumber(sClick.m_strPhotographicFOV);
+}
+
+QString OrmClickFacts::photographFile(const SClickFacts& sClick)
+{
+    return insideFolder(sClick, sClick.m_strPhotographicImageFile);
+}
+
+QString OrmClickFacts::luminescentFile(const SClickFacts& sClick)
+{
+    return insideFolder(sClick, sClick.m_strLuminescentImageFile);
 }

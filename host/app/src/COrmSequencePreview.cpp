@@ -1,0 +1,235 @@
+#include "COrmSequencePreview.h"
+
+#include "COrmClickModel.h"
+#include "COrmElidedLabel.h"
+#include "COrmPictureWidget.h"
+#include "COrmPlainText.h"
+#include "COrmPlainTextDelegate.h"
+#include "COrmPreviewLoader.h"
+#include "COrmSequenceDataset.h"
+#include "COrmSequenceModel.h"
+#include "OrmGlyphs.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace
+{
+constexpr int s_nMostRows = 8;     ///< rows of a list that are shown without scrolling it
+constexpr int s_nTextLength = 300; ///< characters of a text from elsewhere
+
+QLabel* makeHeading(QWidget* pParent)
+{
+    auto* pLabel = new QLabel(pParent);
+    pLabel->setTextFormat(Qt::PlainText);
+    QFont objFont = pLabel->font();
+    objFont.setBold(true);
+    pLabel->setFont(objFont);
+    return pLabel;
+}
+} // namespace
+
+COrmSequencePreview::COrmSequencePreview(QWidget* pParent)
+    : QWidget(pParent), m_pLoader(new COrmPreviewLoader(this)), m_pClicks(new COrmClickModel(this))
+{
+    setObjectName(QStringLiteral("sequencePreview"));
+    auto* pNothing = new QLabel(tr("Select a sequence to see what it holds."), this);
+    pNothing->setObjectName(QStringLiteral("previewNothing"));
+    pNothing->setAlignment(Qt::AlignCenter);
+    pNothing->setWordWrap(true);
+    m_pPages = new QStackedWidget(this);
+    m_pPages->addWidget(pNothing);
+    m_pPages->addWidget(makeContent());
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pPages);
+    setMinimumWidth(13 * fontMetrics().height());
+
+    connect(m_pCompareButton, &QPushButton::clicked, this, &COrmSequencePreview::compareRequested);
+    connect(m_pLoader, &COrmPreviewLoader::loaded, this, &COrmSequencePreview::showPreview);
+    setTool(QString(), QString());
+}
+
+COrmSequencePreview::~COrmSequencePreview() = default;
+
+QWidget* COrmSequencePreview::makeContent()
+{
+    auto* pContent = new QWidget(this);
+    m_pTitle = new COrmElidedLabel(pContent);
+    m_pTitle->setObjectName(QStringLiteral("previewTitle"));
+    QFont objFont = m_pTitle->font();
+    objFont.setPixelSize(qRound(m_pTitle->fontInfo().pixelSize() * 1.25));
+    objFont.setBold(true);
+    m_pTitle->setFont(objFont);
+    m_pSubject = new COrmElidedLabel(pContent);
+    m_pSubject->setObjectName(QStringLiteral("previewSubject"));
+    m_pKind = new QLabel(pContent);
+    m_pKind->setObjectName(QStringLiteral("previewKind"));
+    m_pKind->setTextFormat(Qt::PlainText);
+    m_pKind->setWordWrap(true);
+    m_pCompareButton = new QPushButton(pContent);
+    m_pCompareButton->setObjectName(QStringLiteral("compareButton"));
+    m_pCompareButton->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
+    m_pCompareHint = new QLabel(pContent);
+    m_pCompareHint->setObjectName(QStringLiteral("compareHint"));
+    m_pCompareHint->setTextFormat(Qt::PlainText);
+    m_pCompareHint->setWordWrap(true);
+    m_pPicture = new COrmPictureWidget(pContent);
+    m_pPicture->setObjectName(QStringLiteral("previewPicture"));
+    m_pPicture->setAccessibleName(tr("Photograph"));
+    makeLists(pContent);
+
+    auto* pLayout = new QVBoxLayout(pContent);
+    const int nGap = fontMetrics().height() / 2;
+    pLayout->setContentsMargins(nGap, 0, 0, 0);
+    for (QWidget* pWidget : {static_cast<QWidget*>(m_pTitle), static_cast<QWidget*>(m_pSubject), static_cast<QWidget*>(m_pKind)})
+        pLayout->addWidget(pWidget);
+    pLayout->addWidget(m_pCompareButton);
+    pLayout->addWidget(m_pCompareHint);
+    pLayout->addWidget(m_pPicture, 10);
+    pLayout->addWidget(m_pResultsLabel);
+    pLayout->addWidget(m_pResults);
+    pLayout->addWidget(m_pClicksLabel);
+    pLayout->addWidget(m_pClickTable);
+    pLayout->addStretch(1);
+    auto* pScroll = new QScrollArea(this);
+    pScroll->setFrameShape(QFrame::NoFrame);
+    pScroll->setWidgetResizable(true);
+    pScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    pScroll->setFocusPolicy(Qt::NoFocus);
+    pScroll->setWidget(pContent);
+    return pScroll;
+}
+
+void COrmSequencePreview::makeLists(QWidget* pContent)
+{
+    m_pResultsLabel = makeHeading(pContent);
+    m_pResultsLabel->setObjectName(QStringLiteral("previewResultsHeading"));
+    m_pResults = new QListWidget(pContent);
+    m_pResults->setObjectName(QStringLiteral("previewResults"));
+    m_pResults->setAccessibleName(tr("Saved results of the sequence"));
+    m_pResults->setItemDelegate(new COrmPlainTextDelegate(m_pResults));
+    m_pResults->setUniformItemSizes(true);
+    m_pResults->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_pClicksLabel = makeHeading(pContent);
+    m_pClicksLabel->setObjectName(QStringLiteral("previewClicksHeading"));
+    m_pClickTable = new QTreeView(pContent);
+    m_pClickTable->setObjectName(QStringLiteral("previewClicks"));
+    m_pClickTable->setAccessibleName(tr("Images of the sequence"));
+    m_pClickTable->setModel(m_pClicks);
+    m_pClickTable->setItemDelegate(new COrmPlainTextDelegate(m_pClickTable));
+    m_pClickTable->setRootIsDecorated(false);
+    m_pClickTable->setUniformRowHeights(true);
+    m_pClickTable->setAllColumnsShowFocus(true);
+    m_pClickTable->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QHeaderView* pHeader = m_pClickTable->header();
+    pHeader->setStretchLastSection(false);
+    pHeader->setMinimumSectionSize(3 * fontMetrics().height());
+    pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
+    pHeader->setResizeContentsPrecision(s_nMostRows);
+    pHeader->setSectionResizeMode(COrmClickModel::eClick, QHeaderView::Stretch);
+    for (QAbstractItemView* pView : {static_cast<QAbstractItemView*>(m_pResults), static_cast<QAbstractItemView*>(m_pClickTable)})
+        pView->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void COrmSequencePreview::setTool(const QString& strName, const QString& strReason)
+{
+    m_strTool = strName;
+    m_strNoTool = strReason;
+    const QString strText = strName.isEmpty() ? tr("&Compare") : tr("&Compare in %1").arg(strName);
+    m_pCompareButton->setText(strText);
+    m_pCompareButton->setToolTip(tr("Open the tool with this sequence selected (Ctrl+Return)"));
+    updateCompare();
+}
+
+void COrmSequencePreview::updateCompare()
+{
+    const bool bResults = m_sFacts.m_nSOLAResults + m_sFacts.m_nNOVAResults > 0;
+    m_pCompareButton->setEnabled(!m_strTool.isEmpty() && bResults);
+    QString strHint;
+    if (m_strTool.isEmpty())
+        strHint = m_strNoTool;
+    else if (!bResults)
+        strHint = tr("Nothing to compare yet: save a reconstruction of this sequence first.");
+    m_pCompareHint->setText(strHint);
+    m_pCompareHint->setVisible(!strHint.isEmpty());
+}
+
+void COrmSequencePreview::setSequence(const COrmSequenceDataset* pSequence)
+{
+    const SSequenceFacts sFacts = pSequence != nullptr ? pSequence->getFacts() : SSequenceFacts();
+    if (sFacts != m_sFacts)
+        refresh(pSequence);
+}
+
+void COrmSequencePreview::refresh(const COrmSequenceDataset* pSequence)
+{
+    m_sFacts = pSequence != nullptr ? pSequence->getFacts() : SSequenceFacts();
+    m_pPages->setCurrentIndex(pSequence != nullptr ? 1 : 0);
+    if (pSequence == nullptr)
+    {
+        m_pLoader->forget();
+        return;
+    }
+    m_pTitle->setText(m_sFacts.m_strSequenceID);
+    const QString strDate = COrmSequenceModel::dateText(m_sFacts.m_strDateTime);
+    m_pSubject->setText(m_sFacts.m_strSubject.isEmpty() || strDate.isEmpty() ? m_sFacts.m_strSubject + strDate
+                                                                             : m_sFacts.m_strSubject + QStringLiteral(", ") + strDate);
+    m_pSubject->setVisible(!m_pSubject->text().isEmpty());
+    m_pKind->setText(COrmSequenceModel::kindText(*pSequence));
+    m_pClicks->setClicks(m_sFacts.m_lstClicks);
+    m_pClickTable->setColumnHidden(COrmClickModel::eExcitation, !m_pClicks->hasExcitation());
+    m_pClicksLabel->setText(tr("Images (%1)").arg(m_sFacts.m_lstClicks.size()));
+    fitTable(m_pClickTable, m_sFacts.m_lstClicks.size());
+    m_pResultsLabel->setText(
+        tr("Saved results (%1)").arg(COrmSequenceModel::resultsText(m_sFacts.m_nSOLAResults, m_sFacts.m_nNOVAResults)));
+    m_pResults->clear();
+    fitTable(m_pResults, m_sFacts.m_nSOLAResults + m_sFacts.m_nNOVAResults);
+    m_pResults->setVisible(m_sFacts.m_nSOLAResults + m_sFacts.m_nNOVAResults > 0);
+    m_pPicture->setPicture(QImage());
+    m_pPicture->setText(QString());
+    updateCompare();
+    m_pLoader->request(m_sFacts);
+}
+
+void COrmSequencePreview::fitTable(QWidget* pTable, int nRows) const
+{
+    // Lists this long scroll by themselves; shorter ones are as high as what they show.
+    const int nHeader = pTable == m_pClickTable ? m_pClickTable->header()->sizeHint().height() : 0;
+    const int nRow = qMax(fontMetrics().height() + 4, m_pClickTable->sizeHintForRow(0));
+    pTable->setFixedHeight(nHeader + std::clamp(nRows, 1, s_nMostRows) * nRow + 2 * fontMetrics().lineSpacing() / 3);
+}
+
+void COrmSequencePreview::showPreview(const SSequencePreview& sPreview)
+{
+    m_pPicture->setPicture(sPreview.m_imgPhotograph);
+    m_pPicture->setText(sPreview.m_strPictureText);
+    m_pPicture->setToolTip(COrmPlainText::toolTip(sPreview.m_strPictureText));
+    const auto fnAdd = [this](const QStringList& lstNames, const QString& strKind, const QString& strIcon)
+    {
+        const QIcon objIcon{strIcon};
+        for (const QString& strName : lstNames)
+        {
+            auto* pItem = new QListWidgetItem(objIcon, strKind + QLatin1Char(' ') + strName, m_pResults);
+            pItem->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+        }
+    };
+    m_pResults->clear();
+    fnAdd(sPreview.m_lstSOLA, QStringLiteral("SOLA"), QStringLiteral(":/Resource/luminescent_icon.xpm"));
+    fnAdd(sPreview.m_lstNOVA, QStringLiteral("NOVA"), QStringLiteral(":/Resource/fluorescent_icon.xpm"));
+    if (!sPreview.m_strResultsText.isEmpty())
+    {
+        m_pCompareHint->setText(COrmPlainText::visible(COrmPlainText::shortened(sPreview.m_strResultsText, s_nTextLength)));
+        m_pCompareHint->show();
+    }
+    fitTable(m_pResults, m_pResults->count());
+    m_pResults->setVisible(m_pResults->count() > 0);
+}

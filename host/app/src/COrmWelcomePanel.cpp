@@ -1,0 +1,200 @@
+#include "COrmWelcomePanel.h"
+
+#include "COrmDropPlace.h"
+#include "COrmPlainText.h"
+#include "COrmRecentList.h"
+#include "OrmGlyphs.h"
+
+#include <QBoxLayout>
+#include <QCommandLinkButton>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QScrollArea>
+
+namespace
+{
+constexpr int s_nWidestEm = 46;     ///< a wider panel is not easier to read
+constexpr int s_nSideBySideEm = 34; ///< from that width on the choices stand side by side
+constexpr int s_nTextLength = 300;  ///< characters of a text from elsewhere
+constexpr int s_nIconPoints = 2;    ///< lines of text that a choice's picture is high
+
+QCommandLinkButton* makeChoice(QWidget* pParent, const QString& strText, const QString& strDescription, OrmGlyphs::EGlyph eGlyph)
+{
+    auto* pButton = new QCommandLinkButton(strText, strDescription, pParent);
+    const int nIcon = s_nIconPoints * pParent->fontMetrics().height();
+    pButton->setIcon(OrmGlyphs::icon(eGlyph));
+    pButton->setIconSize(QSize(nIcon, nIcon));
+    pButton->setToolTip(strDescription);
+    pButton->setAccessibleDescription(strDescription);
+    pButton->setFlat(false);
+    return pButton;
+}
+} // namespace
+
+COrmWelcomePanel::COrmWelcomePanel(QWidget* pParent) : QWidget(pParent)
+{
+    setObjectName(QStringLiteral("emptyPage"));
+    auto* pColumn = new QWidget(this);
+    pColumn->setMaximumWidth(s_nWidestEm * fontMetrics().horizontalAdvance(QLatin1Char('M')));
+    auto* pColumnLayout = new QVBoxLayout(pColumn);
+    pColumnLayout->addStretch(2);
+    pColumnLayout->addWidget(makeTexts());
+    pColumnLayout->addWidget(makeChoices());
+    pColumnLayout->addWidget(makeWork());
+    pColumnLayout->addWidget(makeRecent());
+    pColumnLayout->addStretch(3);
+
+    auto* pCentred = new QWidget(this);
+    auto* pCentredLayout = new QHBoxLayout(pCentred);
+    pCentredLayout->setContentsMargins(0, 0, 0, 0);
+    pCentredLayout->addStretch(1);
+    pCentredLayout->addWidget(pColumn, 1000);
+    pCentredLayout->addStretch(1);
+    auto* pScroll = new QScrollArea(this);
+    pScroll->setFrameShape(QFrame::NoFrame);
+    pScroll->setWidgetResizable(true);
+    pScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    pScroll->setFocusPolicy(Qt::NoFocus);
+    pScroll->setWidget(pCentred);
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(pScroll);
+    setRecentStudies({});
+    showChoices();
+}
+
+QWidget* COrmWelcomePanel::makeTexts()
+{
+    auto* pTexts = new QWidget(this);
+    m_pHeading = new QLabel(pTexts);
+    m_pHeading->setObjectName(QStringLiteral("emptyHeading"));
+    QFont objFont = m_pHeading->font();
+    objFont.setPixelSize(qRound(m_pHeading->fontInfo().pixelSize() * 1.7));
+    m_pHeading->setFont(objFont);
+    m_pText = new QLabel(pTexts);
+    m_pText->setObjectName(QStringLiteral("emptyText"));
+    for (QLabel* pLabel : {m_pHeading, m_pText})
+    {
+        pLabel->setTextFormat(Qt::PlainText);
+        pLabel->setAlignment(Qt::AlignCenter);
+        pLabel->setWordWrap(true);
+    }
+    auto* pLayout = new QVBoxLayout(pTexts);
+    pLayout->setContentsMargins(0, 0, 0, fontMetrics().height() / 2);
+    pLayout->addWidget(m_pHeading);
+    pLayout->addWidget(m_pText);
+    return pTexts;
+}
+
+QWidget* COrmWelcomePanel::makeChoices()
+{
+    m_pChoices = new QWidget(this);
+    auto* pOpenButton =
+        makeChoice(m_pChoices, tr("&Open Study..."), tr("Choose a folder: every sequence below it is opened."), OrmGlyphs::eStudy);
+    pOpenButton->setObjectName(QStringLiteral("openStudyButton"));
+    m_pDemoButton =
+        makeChoice(m_pChoices, tr("Try the &Demo Study"), tr("A made-up mouse at five time points, ready to compare."), OrmGlyphs::eDemo);
+    m_pDemoButton->setObjectName(QStringLiteral("demoStudyButton"));
+    m_pDropPlace = new COrmDropPlace(tr("or drop folders here"), m_pChoices);
+    m_pDropPlace->setObjectName(QStringLiteral("dropPlace"));
+    connect(pOpenButton, &QPushButton::clicked, this, &COrmWelcomePanel::openRequested);
+    connect(m_pDemoButton, &QPushButton::clicked, this, &COrmWelcomePanel::demoRequested);
+
+    m_pButtonLayout = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_pButtonLayout->addWidget(pOpenButton, 1);
+    m_pButtonLayout->addWidget(m_pDemoButton, 1);
+    auto* pLayout = new QVBoxLayout(m_pChoices);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addLayout(m_pButtonLayout);
+    pLayout->addWidget(m_pDropPlace);
+    return m_pChoices;
+}
+
+QWidget* COrmWelcomePanel::makeRecent()
+{
+    m_pRecent = new QWidget(this);
+    m_pRecentList = new COrmRecentList(m_pRecent);
+    m_pRecentList->setObjectName(QStringLiteral("recentStudies"));
+    auto* pLabel = new QLabel(tr("&Recent studies"), m_pRecent);
+    pLabel->setBuddy(m_pRecentList);
+    QFont objFont = pLabel->font();
+    objFont.setBold(true);
+    pLabel->setFont(objFont);
+    auto* pClearButton = new QPushButton(tr("Clear &List"), m_pRecent);
+    pClearButton->setObjectName(QStringLiteral("clearRecentButton"));
+    pClearButton->setToolTip(tr("Forget the recent studies; no folder is changed"));
+    connect(pClearButton, &QPushButton::clicked, this, &COrmWelcomePanel::clearRecentRequested);
+    connect(m_pRecentList, &COrmRecentList::chosen, this, &COrmWelcomePanel::recentRequested);
+
+    auto* pHead = new QHBoxLayout;
+    pHead->addWidget(pLabel);
+    pHead->addStretch(1);
+    pHead->addWidget(pClearButton);
+    auto* pLayout = new QVBoxLayout(m_pRecent);
+    pLayout->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
+    pLayout->addLayout(pHead);
+    pLayout->addWidget(m_pRecentList);
+    return m_pRecent;
+}
+
+QWidget* COrmWelcomePanel::makeWork()
+{
+    m_pWork = new QWidget(this);
+    m_pProgressBar = new QProgressBar(m_pWork);
+    m_pProgressBar->setObjectName(QStringLiteral("emptyProgress"));
+    m_pProgressBar->setAccessibleName(tr("Progress"));
+    m_pProgressBar->setTextVisible(false);
+    m_pStopButton = new QPushButton(tr("&Cancel"), m_pWork);
+    m_pStopButton->setObjectName(QStringLiteral("emptyStop"));
+    connect(m_pStopButton, &QPushButton::clicked, this, &COrmWelcomePanel::stopRequested);
+    auto* pLayout = new QHBoxLayout(m_pWork);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pProgressBar, 1);
+    pLayout->addWidget(m_pStopButton);
+    return m_pWork;
+}
+
+void COrmWelcomePanel::setRecentStudies(const QStringList& lstFolders)
+{
+    m_pRecentList->setFolders(lstFolders);
+    m_pRecent->setVisible(!lstFolders.isEmpty() && !m_pChoices->isHidden());
+}
+
+void COrmWelcomePanel::setDemoOffered(bool bOffered)
+{
+    m_pDemoButton->setVisible(bOffered);
+}
+
+void COrmWelcomePanel::showWork(const QString& strHeading, const QString& strText, int nDone, int nAll)
+{
+    m_pHeading->setText(strHeading);
+    m_pText->setText(COrmPlainText::visible(COrmPlainText::shortened(strText, s_nTextLength)));
+    m_pProgressBar->setRange(0, nAll);
+    m_pProgressBar->setValue(nDone);
+    m_pChoices->hide();
+    m_pRecent->hide();
+    m_pWork->show();
+}
+
+void COrmWelcomePanel::showChoices()
+{
+    m_pHeading->setText(tr("Welcome to Ormelle"));
+    m_pText->setText(tr("Open the folder of a study to see its sequences and to compare their saved results over time."));
+    m_pWork->hide();
+    m_pChoices->show();
+    m_pRecent->setVisible(m_pRecentList->count() > 0);
+}
+
+void COrmWelcomePanel::setDropWelcome(bool bWelcome)
+{
+    m_pDropPlace->setWelcome(bWelcome);
+}
+
+void COrmWelcomePanel::resizeEvent(QResizeEvent* pEvent)
+{
+    const bool bWide = pEvent->size().width() >= s_nSideBySideEm * fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    m_pButtonLayout->setDirection(bWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    QWidget::resizeEvent(pEvent);
+}
