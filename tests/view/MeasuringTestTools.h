@@ -219,4 +219,47 @@ inline double selectedSum(CRecordingView& view, int nResult)
 {
     return double(view.getAnalysisParams()[nResult].objVolume.getTotalFluxForSelectedVoxels(true));
 }
+
+/// The window's rectangle between two places of a tile's picture, given in hundredths of it.
+inline QRectF partOf(const CRecordingView& view, int nResult, const QRectF& rectPart)
+{
+    const QRect rect = pictureOf(view, nResult);
+    const QPointF ptFrom(rect.x() + std::floor(rectPart.left() * rect.width() / 100.0),
+                         rect.y() + std::floor(rectPart.top() * rect.height() / 100.0));
+    const QPointF ptTo(rect.x() + std::floor(rectPart.right() * rect.width() / 100.0),
+                       rect.y() + std::floor(rectPart.bottom() * rect.height() / 100.0));
+    return {ptFrom, ptTo};
+}
+
+/// The same place of another tile: all pictures have one size.
+inline QRectF movedTo(const CRecordingView& view, const QRectF& rect, int nFrom, int nTo)
+{
+    return rect.translated(pictureOf(view, nTo).topLeft() - pictureOf(view, nFrom).topLeft());
+}
+
+/// Draws a rectangle, both corners in window pixels.
+inline void drag(CRecordingView& view, const QRectF& rect, Qt::KeyboardModifiers eModifiers = Qt::NoModifier)
+{
+    CPointer pointer(view);
+    pointer.m_eModifiers = eModifiers;
+    pointer.drag(rect.topLeft().toPoint(), rect.bottomRight().toPoint());
+}
+
+/// Turns all tiles, and shows them.
+inline void turn(CRecordingView& view, const Coord3d& objAngles)
+{
+    view.setRotation(objAngles.x, objAngles.y, objAngles.z);
+    view.picture();
+}
+
+/// The selected voxels of each result.
+inline QList<QSet<int>> allSelected(CRecordingView& view)
+{
+    QList<QSet<int>> lstSelected;
+    for (int i = 0; i < view.getAnalysisParams().size(); ++i)
+    {
+        lstSelected.append(selectedVoxels(view, i));
+    }
+    return lstSelected;
+}
 } // namespace ViewTest
