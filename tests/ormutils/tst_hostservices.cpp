@@ -218,13 +218,15 @@ private slots:
         const QStringList lstNone;
         QTest::newRow("off by default") << ""
                                         << "/a/host/libA/src/X.cpp" << lstNone;
-        QTest::newRow("a library") << "ormelle.*=true"
-                                   << "/a/host/libB/src/X.cpp" << QStringList{"0|ormelle.libB|3: text 100%"};
-        QTest::newRow("a tool") << "ormelle.*=true"
-                                << "" << QStringList{"0|ormelle.tool|3: text 100%"};
-        QTest::newRow("elsewhere") << "ormelle.*=true"
-                                   << "/a/b.cpp" << QStringList{"0|ormelle.host|3: text 100%"};
-        QTest::newRow("another's rule") << "ormelle.libD=true"
+        QTest::newRow("a library") << "orm.*=true"
+                                   << "/a/host/libB/src/X.cpp" << QStringList{"0|orm.libB|3: text 100%"};
+        QTest::newRow("a library of this house") << "orm.parser=true"
+                                                 << "../host/ormparser/src/X.cpp" << QStringList{"0|orm.parser|3: text 100%"};
+        QTest::newRow("a tool") << "orm.*=true"
+                                << "" << QStringList{"0|orm.tool|3: text 100%"};
+        QTest::newRow("elsewhere") << "orm.*=true"
+                                   << "/a/b.cpp" << QStringList{"0|orm.host|3: text 100%"};
+        QTest::newRow("another's rule") << "orm.libD=true"
                                         << "/host/libC/x.cpp" << lstNone;
     }
     void logForwardsToQtOnlyWhereAsked()

@@ -11,8 +11,11 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
     const QCommandLineOption objVersion(QStringList{QStringLiteral("v"), QStringLiteral("version")});
     const QCommandLineOption objTool(QStringLiteral("tool"), QString(), QStringLiteral("NAME"));
     const QCommandLineOption objNoSettings(QStringLiteral("no-settings"));
+    const QCommandLineOption objLogFile(QStringLiteral("log-file"), QString(), QStringLiteral("FILE"));
+    const QCommandLineOption objReset(QStringLiteral("reset-settings"));
+    const QCommandLineOption objDiagnose(QStringLiteral("diagnose"));
     QCommandLineParser objParser;
-    objParser.addOptions({objHelp, objVersion, objTool, objNoSettings});
+    objParser.addOptions({objHelp, objVersion, objTool, objNoSettings, objLogFile, objReset, objDiagnose});
 
     SCommandLine sLine;
     if (!objParser.parse(lstArguments))
@@ -20,33 +23,49 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
     sLine.m_bHelp = objParser.isSet(objHelp);
     sLine.m_bVersion = objParser.isSet(objVersion);
     sLine.m_bNoSettings = objParser.isSet(objNoSettings);
+    sLine.m_bResetSettings = objParser.isSet(objReset);
+    sLine.m_bDiagnose = objParser.isSet(objDiagnose);
+    sLine.m_strLogFile = objParser.value(objLogFile);
     sLine.m_strTool = objParser.value(objTool);
     sLine.m_lstFolders = objParser.positionalArguments();
     if (sLine.m_strError.isEmpty() && objParser.isSet(objTool) && sLine.m_strTool.trimmed().isEmpty())
         sLine.m_strError = QStringLiteral("--tool needs the name of a tool.");
     if (sLine.m_strError.isEmpty() && objParser.values(objTool).size() > 1)
         sLine.m_strError = QStringLiteral("--tool may be given once.");
+    if (sLine.m_strError.isEmpty() && objParser.isSet(objLogFile) && sLine.m_strLogFile.isEmpty())
+        sLine.m_strError = QStringLiteral("--log-file needs the name of a file.");
+    if (sLine.m_strError.isEmpty() && objParser.values(objLogFile).size() > 1)
+        sLine.m_strError = QStringLiteral("--log-file may be given once.");
+    if (sLine.m_strError.isEmpty() && sLine.m_bResetSettings && sLine.m_bNoSettings)
+        sLine.m_strError = QStringLiteral("--reset-settings and --no-settings cannot be given together.");
     return sLine;
 }
 
 QString OrmCommandLine::usage()
 {
-    return QStringLiteral("Usage: ormelle [--tool NAME] [--no-settings] [FOLDER...]\n"
+    return QStringLiteral("Usage: ormelle [--tool NAME] [--no-settings] [--log-file FILE] [FOLDER...]\n"
+                          "       ormelle --diagnose | --reset-settings | --help | --version\n"
                           "\n"
                           "Opens every sequence found under the folders, at any depth.\n"
                           "\n"
-                          "  --tool NAME     open that tool once the sequences are open, for instance\n"
-                          "                  --tool \"Longitudinal Study\"\n"
-                          "  --no-settings   read and write no settings of the user's\n"
-                          "  -h, --help      print this text\n"
-                          "  -v, --version   print the version\n"
+                          "  --tool NAME       open that tool once the sequences are open, for instance\n"
+                          "                    --tool \"Longitudinal Study\"\n"
+                          "  --no-settings     read and write no settings of the user's\n"
+                          "  --log-file FILE   write the log to the end of that file, too\n"
+                          "  --diagnose        print what a report of a fault needs, and end\n"
+                          "  --reset-settings  put all settings aside, so that the next start finds the\n"
+                          "                    defaults; a copy is kept\n"
+                          "  -h, --help        print this text\n"
+                          "  -v, --version     print version and build\n"
                           "\n"
-                          "A display is needed. The options of Qt programs, such as -platform and -style, work too.\n");
+                          "A display is needed, but for the last four. The options of Qt programs, such as\n"
+                          "-platform and -style, work too. QT_LOGGING_RULES=\"orm.*=true\" prints the log.\n");
 }
 
 QString OrmCommandLine::version()
 {
-    return COrmUtilityFns::getAppName() + QLatin1Char(' ') + QLatin1String(OrmVersion::s_pText);
+    return QStringLiteral("%1 %2, build %3")
+        .arg(COrmUtilityFns::getAppName(), QLatin1String(OrmVersion::s_pText), QLatin1String(OrmVersion::s_pBuild));
 }
 
 bool OrmCommandLine::wantsTextOnly(const QStringList& lstArguments)
@@ -62,4 +81,21 @@ bool OrmCommandLine::wantsTextOnly(const QStringList& lstArguments)
         }
     }
     return false;
+}
+
+SCommandLine OrmCommandLine::parseEarly(const QStringList& lstArguments)
+{
+    SCommandLine sLine;
+    const QString strLogFile = QStringLiteral("--log-file");
+    for (int nArgument = 1; nArgument < lstArguments.size() && lstArguments.at(nArgument) != QLatin1String("--"); ++nArgument)
+    {
+        const QString& strArgument = lstArguments.at(nArgument);
+        if (strArgument == strLogFile)
+            sLine.m_strLogFile = lstArguments.value(++nArgument);
+        else if (strArgument.startsWith(strLogFile + QLatin1Char('=')))
+            sLine.m_strLogFile = strArgument.mid(strLogFile.size() + 1);
+        sLine.m_bDiagnose = sLine.m_bDiagnose || strArgument == QLatin1String("--diagnose");
+        sLine.m_bResetSettings = sLine.m_bResetSettings || strArgument == QLatin1String("--reset-settings");
+    }
+    return sLine;
 }

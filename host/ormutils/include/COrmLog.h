@@ -17,11 +17,13 @@ struct SLogEntry
     long nLevel = 0;      ///< 1 progress and read failures, 2 a refusal or skipped step, 3 what does not exist or cannot go on
     bool bFlag = false;   ///< as the writer passed it
     QDateTime dtWritten;  ///< when the log received it
+    QString strCategory;  ///< who wrote it, as a Qt logging category: "orm.parser" for a host library, "orm.tool" for tools
 };
 
 /// The process-wide log. All operations may be called from any thread, and none of them fails: an exception of a sink is swallowed.
-/// Every entry also goes to Qt's logging category "ormelle.<library>" ("ormelle.tool" without a file name) at debug level, which
-/// is off unless it is asked for, for instance with QT_LOGGING_RULES="ormelle.*=true".
+/// Every entry also goes to the Qt logging category of its library at debug level, which is off unless it is asked for, for instance with
+/// QT_LOGGING_RULES="orm.*=true": "orm.utils", "orm.parser", "orm.image" and so on, "orm.app" for the application itself, "orm.tool" for
+/// entries without a file name.
 class COrmLog
 {
 public:
@@ -34,6 +36,10 @@ public:
 
     /// Writes one entry: hands it to every sink, on the caller's thread and in the order in which the sinks were added.
     void log(QString strMessage, QString strFile, int nLine, QString strBuildTime, long nLevel, bool bFlag);
+
+    /// Writes an entry that somebody else gathered, such as a message of Qt's. An empty time becomes that of the call, an empty category
+    /// that of the source file. Entries of categories that are not the log's own are not forwarded to Qt.
+    void write(SLogEntry objEntry);
 
     /// Adds a receiver of all later entries. A sink may log, add and remove sinks itself; what a sink logs does not come back to it.
     /// @return the number to remove it by, above 0.

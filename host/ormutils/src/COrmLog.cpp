@@ -21,16 +21,20 @@ struct SSink
     bool bCalling = false;
 };
 
-/// "ormparser" of ".../host/ormparser/src/CPLSection.cpp"; "tool" without a file, "host" for files in other places.
-QByteArray libraryOf(const QString& strFile)
+const QLatin1String g_strOwnCategories("orm.");
+
+/// "orm.parser" of ".../host/ormparser/src/CPLSection.cpp"; "orm.tool" without a file, "orm.host" for files in other places.
+QString categoryOf(const QString& strFile)
 {
     if (strFile.isEmpty())
-        return QByteArrayLiteral("tool");
+        return g_strOwnCategories + QStringLiteral("tool");
     const QStringList lstParts = strFile.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     const int nHost = lstParts.lastIndexOf(QStringLiteral("host"));
     if (nHost < 0 || nHost + 2 >= lstParts.size())
-        return QByteArrayLiteral("host");
-    return lstParts.at(nHost + 1).toUtf8();
+        return g_strOwnCategories + QStringLiteral("host");
+    const QString& strLibrary = lstParts.at(nHost + 1);
+    const QLatin1String strPrefix("orm");
+    return g_strOwnCategories + (strLibrary.startsWith(strPrefix) ? strLibrary.mid(strPrefix.size()) : strLibrary);
 }
 } // namespace
 
@@ -39,24 +43,23 @@ struct COrmLog::SPrivate
     /// A category must outlive every message, and its name too; there is one for each library.
     struct SCategory
     {
-        explicit SCategory(const QByteArray& strLibrary) : strName("ormelle." + strLibrary), objCategory(strName.constData(), QtInfoMsg) {}
-        QByteArray strName;
+        explicit SCategory(const QString& strCategory) : baName(strCategory.toUtf8()), objCategory(baName.constData(), QtInfoMsg) {}
+        QByteArray baName;
         QLoggingCategory objCategory;
     };
 
-    QLoggingCategory& category(const QString& strFile)
+    QLoggingCategory& category(const QString& strCategory)
     {
-        const QByteArray strLibrary = libraryOf(strFile);
         const std::lock_guard<std::mutex> objLock(objMutex);
-        auto& pCategory = mapCategories[strLibrary];
+        auto& pCategory = mapCategories[strCategory];
         if (!pCategory)
-            pCategory = std::make_shared<SCategory>(strLibrary);
+            pCategory = std::make_shared<SCategory>(strCategory);
         return pCategory->objCategory;
     }
 
     std::mutex objMutex; ///< guards all below
     std::vector<std::shared_ptr<SSink>> vecSinks;
-    QHash<QByteArray, std::shared_ptr<SCategory>> mapCategories;
+    QHash<QString, std::shared_ptr<SCategory>> mapCategories;
     int nLastNumber = 0;
 };
 
@@ -66,10 +69,17 @@ COrmLog::~COrmLog() = default;
 
 void COrmLog::log(QString strMessage, QString strFile, int nLine, QString strBuildTime, long nLevel, bool bFlag)
 {
+    write({std::move(strMessage), std::move(strFile), nLine, std::move(strBuildTime), nLevel, bFlag, QDateTime(), QString()});
+}
+
+void COrmLog::write(SLogEntry objEntry)
+{
     try
     {
-        const SLogEntry objEntry{std::move(strMessage),       std::move(strFile), nLine, std::move(strBuildTime), nLevel, bFlag,
-                                 QDateTime::currentDateTime()};
+        if (!objEntry.dtWritten.isValid())
+            objEntry.dtWritten = QDateTime::currentDateTime();
+        if (objEntry.strCategory.isEmpty())
+            objEntry.strCategory = categoryOf(objEntry.strFile);
         std::vector<std::shared_ptr<SSink>> vecSinks;
         {
             const std::lock_guard<std::mutex> objLock(m_pPrivate->objMutex);
@@ -90,7 +100,9 @@ void COrmLog::log(QString strMessage, QString strFile, int nLine, QString strBui
             }
             pSink->bCalling = false;
         }
-        const QLoggingCategory& objCategory = m_pPrivate->category(objEntry.strFile);
+        if (!objEntry.strCategory.startsWith(g_strOwnCategories))
+            return;
+        const QLoggingCategory& objCategory = m_pPrivate->category(objEntry.strCategory);
         if (objCategory.isDebugEnabled())
             QMessageLogger(objEntry.strFile.isEmpty() ? nullptr : qPrintable(objEntry.strFile), objEntry.nLine, nullptr,
                            objCategory.categoryName())
