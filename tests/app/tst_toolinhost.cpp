@@ -1,7 +1,9 @@
 #include "COrmImageOverlayWindow.h"
 #include "COrmMainWindow.h"
 #include "COrmPluginManager.h"
+#include "COrmSequenceCollection.h"
 #include "COrmSequenceDataset.h"
+#include "COrmTool.h"
 #include "CRecordingHost.h"
 #include "CSaveDialogUser.h"
 #include "CStudyWriter.h"
@@ -12,6 +14,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
+#include <QListWidget>
 #include <QMenu>
 #include <QOpenGLWidget>
 #include <QSignalSpy>
@@ -33,6 +36,8 @@ private slots:
     void hiddenToolCopiesNothing();
     void exportWritesTheView();
     void exportTellsAFailure();
+    void aSequenceIsTakenUp_data();
+    void aSequenceIsTakenUp();
 
 private:
     QAction* action(const char* pName) const { return TestWidgets::get<QAction>(m_pWindow.get(), pName); }
@@ -158,6 +163,65 @@ void tst_toolinhost::exportTellsAFailure()
     QCOMPARE(m_pHost->calls(), (QStringList{"dialog", "box critical: The picture was not saved as \"view.emf\": only bmp, jpg, png, eps "
                                                       "and tif can be written; end the name in one of them."}));
     QVERIFY(QDir(m_pFolder->path()).isEmpty());
+}
+
+void tst_toolinhost::aSequenceIsTakenUp_data()
+{
+    QTest::addColumn<QString>("strSequence");
+    QTest::addColumn<QString>("strEntry"); // null: the tool does not offer it
+    QTest::addColumn<QString>("strResult");
+    QTest::newRow("one kind") << "S1"
+                              << "SOLA S1"
+                              << "light";
+    QTest::newRow("the other kind") << "N1"
+                                    << "NOVA N1"
+                                    << "dye";
+    QTest::newRow("both kinds, results of both") << "B1"
+                                                 << "SOLA B1"
+                                                 << "light";
+    QTest::newRow("both kinds, results of the second") << "B2"
+                                                       << "NOVA B2"
+                                                       << "dye";
+    QTest::newRow("both kinds, no results") << "B3"
+                                            << "SOLA B3" << QString();
+    QTest::newRow("without a surface") << "F1" << QString() << QString();
+}
+
+void tst_toolinhost::aSequenceIsTakenUp()
+{
+    QFETCH(QString, strSequence);
+    QFETCH(QString, strEntry);
+    QFETCH(QString, strResult);
+    CStudyWriter objStudy;
+    SSequenceLook objBoth = SSequenceLook::fluorescent();
+    objBoth.bLuminescent = true;
+    SSequenceLook objFlat;
+    objFlat.bStructuredLight = false;
+    const SResultDocument objLight;
+    const SResultDocument objDye(SResultDocument::NOVA);
+    for (const auto& [strID, objLook] :
+         {std::pair("S1", SSequenceLook::luminescent()), std::pair("N1", SSequenceLook::fluorescent()), std::pair("B1", objBoth),
+          std::pair("B2", objBoth), std::pair("B3", objBoth), std::pair("F1", objFlat)})
+        objStudy.addSequence(strID, objLook);
+    for (const char* pID : {"S1", "B1"})
+        objStudy.addResult(pID, QStringLiteral("light"), objLight);
+    for (const char* pID : {"N1", "B1", "B2"})
+        objStudy.addResult(pID, QStringLiteral("dye"), objDye);
+    m_pWindow->sequences()->open({objStudy.folder()});
+    QCOMPARE(m_pWindow->sequences()->sequences().size(), 6);
+
+    const QList<COrmSequenceDataset*> lstOpen = m_pWindow->sequences()->sequences();
+    const auto it =
+        std::find_if(lstOpen.cbegin(), lstOpen.cend(), [&](const COrmSequenceDataset* p) { return p->getSequenceID() == strSequence; });
+    QVERIFY(it != lstOpen.cend());
+    COrmTool* pTool = m_pWindow->plugins()->tool(QStringLiteral("Longitudinal Study"));
+    auto* pEntries = TestWidgets::get<QListWidget>(m_pTool, "m_pSequenceNameLW");
+    pEntries->setCurrentRow(-1);
+    QCOMPARE(pTool->select(*it), !strEntry.isNull());
+    QCOMPARE(pEntries->currentItem() ? pEntries->currentItem()->text() : QString(), strEntry);
+    auto* pResults = TestWidgets::get<QListWidget>(m_pTool, "m_pResultWidget");
+    QCOMPARE(pResults->count() > 0 && !strEntry.isNull() ? pResults->item(0)->text() : QString(), strResult);
+    QVERIFY(!pTool->select(nullptr));
 }
 
 ORM_TEST_MAIN(tst_toolinhost)

@@ -2,16 +2,14 @@
 
 #include <QAction>
 #include <QIcon>
-#include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QString>
-#include <QWidget>
 #include <QtPlugin>
 
 class COrmDataset;
 class COrmSequenceDataset;
 class QMenu;
+class QWidget;
 
 /// What the host asks of a tool. The host loads a tool's library, calls init() once, and places the tool in its Tools menu. The first
 /// use of the menu entry calls createObject() and then show(); a later use calls createObject() alone. The host tells a tool of its
@@ -60,9 +58,8 @@ public:
     /// @p strObjectName is the object name of the window that is to copy.
     virtual void onSignalCopyToClipboard(QString strObjectName);
 
-    /// Has the tool take up that sequence, as if the user had chosen it there; called while the tool's window is shown. False if the tool
-    /// does not offer the sequence. By default the entry of the sequence is looked for in the lists of the tool's windows and clicked: it
-    /// reads "SOLA " or "NOVA " and the ID, or carries the ID as its user data. Of two, that of a kind with saved results counts.
+    /// Has the tool take up that sequence as if the user had chosen it there; called while the tool's window is shown. False if the tool
+    /// does not offer the sequence.
     virtual bool selectSequence(const COrmSequenceDataset* pSequence);
 
 protected:
@@ -73,9 +70,6 @@ protected:
 
     bool m_bVisible = false; ///< the answer of isVisible(); set by the tool's init()
     QAction* m_pAction;      ///< the tool's menu action; null until first asked for
-
-private:
-    QList<QPointer<QWidget>> m_lstWindows; ///< handed to the host
 };
 
 Q_DECLARE_INTERFACE(COrmToolPluginBase, "com.Brisano.Ormelle.COrmToolPluginBase/1.0")

@@ -35,8 +35,8 @@ void CLongitudinalStudyBrowserWnd::updateSequenceNameList(QString)
     resize(width() + 1, height());
     resize(width() - 1, height());
 
-    addSequenceItems(m_lstSOLASequences, QStringLiteral("SOLA "), QStringLiteral(":/Resource/luminescent_icon.xpm"));
-    addSequenceItems(m_lstNOVASequences, QStringLiteral("NOVA "), QStringLiteral(":/Resource/fluorescent_icon.xpm"));
+    addSequenceItems(m_lstSOLASequences, SequenceEntries::prefixOf(0), QStringLiteral(":/Resource/luminescent_icon.xpm"));
+    addSequenceItems(m_lstNOVASequences, SequenceEntries::prefixOf(1), QStringLiteral(":/Resource/fluorescent_icon.xpm"));
 
     if (m_lstSOLASequences.size() < 2 && m_lstNOVASequences.size() < 2)
     {

@@ -1,6 +1,7 @@
 #include "LongitudinalStudyBrowserWnd.h"
 
 #include "LongitudinalStudyBrowserView.h"
+#include "SequenceEntries.h"
 
 #include <QSignalBlocker>
 
@@ -9,12 +10,14 @@ void CLongitudinalStudyBrowserWnd::onSignalUpdateWavelengthCB(QString strSequenc
     const QString strKey = strSequenceID + strResult;
     if (m_mapSOLAWavelengths.contains(strKey))
     {
-        showResultOfView(strSequenceID, strResult, QStringLiteral("SOLA "), m_mapSOLAWavelengths.value(strKey), m_strSelectedSOLAResult);
+        showResultOfView(strSequenceID, strResult, SequenceEntries::prefixOf(0), m_mapSOLAWavelengths.value(strKey),
+                         m_strSelectedSOLAResult);
         m_objForm.label_3->setText(QStringLiteral("Wavelength:"));
     }
     else if (m_mapNOVAImageSources.contains(strKey))
     {
-        showResultOfView(strSequenceID, strResult, QStringLiteral("NOVA "), m_mapNOVAImageSources.value(strKey), m_strSelectedNOVAResult);
+        showResultOfView(strSequenceID, strResult, SequenceEntries::prefixOf(1), m_mapNOVAImageSources.value(strKey),
+                         m_strSelectedNOVAResult);
         m_objForm.label_3->setText(QStringLiteral("Image:"));
     }
     else

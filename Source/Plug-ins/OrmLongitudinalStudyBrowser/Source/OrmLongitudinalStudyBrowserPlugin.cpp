@@ -3,6 +3,8 @@
 #include "COrmSequenceDataset.h"
 #include "SequenceEntries.h"
 
+#include <QListWidget>
+
 namespace
 {
 /// Where the window stands when it is shown.
@@ -106,6 +108,34 @@ void COrmLongitudinalStudyBrowserPlugin::signalUpdateToolPluginValidity(QAction*
 bool COrmLongitudinalStudyBrowserPlugin::defaultVisibilityForPluggin()
 {
     return true;
+}
+
+bool COrmLongitudinalStudyBrowserPlugin::selectSequence(const COrmSequenceDataset* pSequence)
+{
+    if (!m_pWnd || pSequence == nullptr)
+    {
+        return false;
+    }
+    const QString strSequenceID = pSequence->getSequenceID();
+    const SSequenceFacts& sFacts = pSequence->getFacts();
+    QStringList lstEntries = {SequenceEntries::prefixOf(0) + strSequenceID, SequenceEntries::prefixOf(1) + strSequenceID};
+    if (sFacts.m_nSOLAResults == 0 && sFacts.m_nNOVAResults > 0)
+    {
+        lstEntries.swapItemsAt(0, 1);
+    }
+    auto* pList = m_pWnd->findChild<QListWidget*>(QStringLiteral("m_pSequenceNameLW"));
+    for (const QString& strEntry : qAsConst(lstEntries))
+    {
+        const QList<QListWidgetItem*> lstItems = pList->findItems(strEntry, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+        if (!lstItems.isEmpty())
+        {
+            pList->setCurrentItem(lstItems.first());
+            pList->scrollToItem(lstItems.first());
+            emit pList->itemClicked(lstItems.first());
+            return true;
+        }
+    }
+    return false;
 }
 
 void COrmLongitudinalStudyBrowserPlugin::onSignalDatasetChanged(COrmDataset*)

@@ -32,6 +32,8 @@ public:
     bool isVisible() override;
     void signalUpdateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked) override;
     bool defaultVisibilityForPluggin() override;
+    /// Clicks the sequence's entry in the window's list; of two, that of the kind with saved results, SOLA first.
+    bool selectSequence(const COrmSequenceDataset* pSequence) override;
 
     // The order of the slots is the order of the meta-object.
 protected slots:

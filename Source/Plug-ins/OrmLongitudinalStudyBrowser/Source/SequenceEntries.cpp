@@ -27,10 +27,15 @@ bool isNOVA(const SFlags& sFlags)
     return sFlags.m_bTomographic && sFlags.m_bFluorescent && sFlags.m_bTransIllumination && !sFlags.m_bOverview;
 }
 
+QString prefixOf(int nKind)
+{
+    return nKind == 1 ? QStringLiteral("NOVA ") : QStringLiteral("SOLA ");
+}
+
 SSelection selectionOf(const QString& strEntryText)
 {
-    const QString strSOLA = QStringLiteral("SOLA ");
-    const QString strNOVA = QStringLiteral("NOVA ");
+    const QString strSOLA = prefixOf(0);
+    const QString strNOVA = prefixOf(1);
     SSelection sSelection;
     QString strText = strEntryText;
     if (strText.contains(strSOLA))

@@ -25,6 +25,9 @@ SFlags flagsOf(const COrmSequenceDataset& objSequence);
 bool isSOLA(const SFlags& sFlags);
 bool isNOVA(const SFlags& sFlags);
 
+/// What the text of an entry of the kind begins with, before the sequence ID: 0 SOLA, 1 NOVA.
+QString prefixOf(int nKind);
+
 /// What a list entry stands for.
 struct SSelection
 {
