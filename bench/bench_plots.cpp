@@ -73,6 +73,8 @@ public:
         {
             std::abort();
         }
+        // The event loop, in which a slot is otherwise called, would do this.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     /// Paints what has changed.
     static void paint() { QCoreApplication::processEvents(); }

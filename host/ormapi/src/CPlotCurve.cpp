@@ -2,6 +2,7 @@
 
 #include "COrmXYPlotAxis.h"
 
+#include <qwt_clipper.h>
 #include <qwt_graphic.h>
 #include <qwt_scale_map.h>
 #include <qwt_symbol.h>
@@ -158,6 +159,22 @@ void CPlotCurve::drawCurve(QPainter* pPainter, int nStyle, const QwtScaleMap& ob
             QwtPlotCurve::drawCurve(pPainter, nStyle, objXMap, objYMap, rectCanvas, nFrom, std::min(nLast, nTo));
         nFrom = std::max(nFrom, nLast + 1);
     }
+}
+
+void CPlotCurve::drawLines(QPainter* pPainter, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap, const QRectF& rectCanvas, int nFrom,
+                           int nTo) const
+{
+    QPolygonF objPoints;
+    // On whole pixels, so that a level line is as sharp as the grid.
+    for (int i = nFrom; i <= nTo; ++i)
+        objPoints.append(QPointF(std::round(objXMap.transform(sample(i).x())), std::round(objYMap.transform(sample(i).y()))));
+    const double fEdge = pen().widthF();
+    objPoints = QwtClipper::clipPolygonF(rectCanvas.adjusted(-fEdge, -fEdge, fEdge, fEdge), objPoints);
+    // One by one: as the outline of a single shape, wide lines that go up and down take several times as long.
+    QVector<QLineF> vecLines;
+    for (int i = 1; i < objPoints.size(); ++i)
+        vecLines.append(QLineF(objPoints.at(i - 1), objPoints.at(i)));
+    pPainter->drawLines(vecLines);
 }
 
 void CPlotCurve::drawSymbols(QPainter* pPainter, const QwtSymbol& objSymbol, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap,

@@ -41,6 +41,8 @@ public:
 protected:
     void drawCurve(QPainter* pPainter, int nStyle, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap, const QRectF& rectCanvas,
                    int nFrom, int nTo) const override;
+    void drawLines(QPainter* pPainter, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap, const QRectF& rectCanvas, int nFrom,
+                   int nTo) const override;
     void drawSymbols(QPainter* pPainter, const QwtSymbol& objSymbol, const QwtScaleMap& objXMap, const QwtScaleMap& objYMap,
                      const QRectF& rectCanvas, int nFrom, int nTo) const override;
 

@@ -93,7 +93,10 @@ CPlotSheet::CPlotSheet(QWidget* pParent) : QwtPlot(pParent)
     setAutoFillBackground(true);
     plotLayout()->setAlignCanvasToScales(true);
     if (auto* pCanvas = qobject_cast<QwtPlotCanvas*>(canvas()))
+    {
         pCanvas->setFrameStyle(QFrame::NoFrame);
+        pCanvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
+    }
     for (const int nAxis : {QwtPlot::xBottom, QwtPlot::yLeft})
         setAxisScaleDraw(nAxis, new CNumberScale);
 
@@ -318,10 +321,11 @@ void CPlotSheet::layOut()
     m_pGrid->setVisible(hasPoints());
     tellWhatIsMissing();
     applyAxes();
-    // What was changed a moment ago is laid out by events that may still be waiting.
-    const QList<QWidget*> lstChildren = findChildren<QWidget*>();
-    for (QWidget* pChild : lstChildren)
-        QCoreApplication::sendPostedEvents(pChild, QEvent::LayoutRequest);
+    // What was changed a moment ago is laid out by events that may still be waiting: in the legend, where alone there is anything to lay
+    // out.
+    const QList<QWidget*> lstParts = m_pLegend->findChildren<QWidget*>();
+    for (QWidget* pPart : lstParts)
+        QCoreApplication::sendPostedEvents(pPart, QEvent::LayoutRequest);
     updateLayout();
     replot();
     emit laidOut();
@@ -333,7 +337,7 @@ void CPlotSheet::applyType()
     const auto nMargin = static_cast<int>(std::lround(8.0 * fScale));
     setContentsMargins(nMargin, nMargin, 2 * nMargin, nMargin);
     plotLayout()->setSpacing(static_cast<int>(std::lround(6.0 * fScale)));
-    m_pGrid->setMajorPen(QPen(clrGrid, fScale));
+    m_pGrid->setMajorPen(QPen(clrGrid, std::lround(fScale)));
     for (const int nAxis : {QwtPlot::xBottom, QwtPlot::yLeft})
     {
         setAxisFont(nAxis, typeFont());
