@@ -71,6 +71,7 @@ private slots:
     void aCopySharesItsVoxels();
     void marksAreEachCopysOwn();
     void totalsAreSummedInDoublePrecision();
+    void totalsOfAnyLengthAreThoseOfAPlainSum();
     void marksFollowNumbersInAnyOrder();
     void aNameBeyondThirtyTwoBitsStillFindsItsVoxel();
     void theTableIsTheOneAtThatPlaceInTheList_data();
@@ -475,6 +476,24 @@ void tst_volume::totalsAreSummedInDoublePrecision()
     const float fMost = std::numeric_limits<float>::max();
     C3DVolume objHuge = row({fMost, fMost, 1.0f});
     QCOMPARE(objHuge.getTotalFluxForSelectedVoxels(false), fMost); // a number even beyond the type
+}
+
+void tst_volume::totalsOfAnyLengthAreThoseOfAPlainSum()
+{
+    QRandomGenerator objRandom(20260805);
+    std::vector<float> vecValues;
+    double fPlain = 0.0;
+    for (int nValues = 1; nValues <= 100; ++nValues)
+    {
+        const bool bMissing = nValues % 13 == 0;
+        vecValues.push_back(bMissing ? (nValues % 2 == 0 ? std::numeric_limits<float>::infinity() : std::numeric_limits<float>::quiet_NaN())
+                                     : static_cast<float>(objRandom.bounded(2.0) - 1.0));
+        fPlain += bMissing ? 0.0 : static_cast<double>(vecValues.back());
+        C3DVolume objVolume = row(vecValues);
+        const double fTotal = objVolume.getTotalFluxForSelectedVoxels(false);
+        QVERIFY2(std::fabs(fTotal - fPlain) <= 1e-6 * std::max(1.0, std::fabs(fPlain)),
+                 qPrintable(QStringLiteral("%1 values: %2 instead of %3").arg(nValues).arg(fTotal).arg(fPlain)));
+    }
 }
 
 void tst_volume::marksFollowNumbersInAnyOrder()

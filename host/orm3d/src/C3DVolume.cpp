@@ -5,6 +5,7 @@
 #include "CVolumeLook.h"
 #include "CVolumeMarks.h"
 #include "CVoxelBlock.h"
+#include "FiniteSum.h"
 #include "OrmColorTables.h"
 
 #include <QtGui/qopengl.h>
@@ -175,16 +176,14 @@ bool C3DVolume::isVoxelSelected(int nVoxel) const
 
 float C3DVolume::getTotalFluxForSelectedVoxels(bool bSelected)
 {
-    double fSum = 0.0;
-    const auto add = [&](float fValue) { fSum += std::isfinite(fValue) ? static_cast<double>(fValue) : 0.0; };
     const OrmArray<float>& vecValues = m_pBlock->values();
     if (!bSelected)
-        std::for_each(vecValues.cbegin(), vecValues.cend(), add);
-    else if (m_pMarks)
-    {
-        for (const quint32 nVoxel : m_pMarks.constData()->voxels())
-            add(vecValues[nVoxel]);
-    }
+        return clampedToFloat(FiniteSum::of(vecValues.data(), vecValues.size()));
+    if (!m_pMarks)
+        return 0.0f;
+    double fSum = 0.0;
+    for (const quint32 nVoxel : m_pMarks.constData()->voxels())
+        fSum += std::isfinite(vecValues[nVoxel]) ? static_cast<double>(vecValues[nVoxel]) : 0.0;
     return clampedToFloat(fSum);
 }
 
