@@ -1,7 +1,11 @@
 #include "CompareOptions.h"
 
-#include <QCommandLineParser>
+#include "OrmImageFile.h"
 
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -10,6 +14,13 @@ namespace
 constexpr int kMinPixels = 50;
 constexpr int kMaxPixels = 8000;
 constexpr int kMaxFrames = 100000;
+constexpr int kMaxJobs = 256;
+
+/// The options that decide what a picture shows, beside the folders and results.
+const char* const kLookNames[] = {"unit", "size", "rotate", "colors", "range", "log", "wavelength", "measure"};
+
+/// The options that name files of their own.
+const char* const kFileNames[] = {"view", "window", "report", "plot", "table", "growth"};
 
 const QStringList& units()
 {
@@ -50,6 +61,17 @@ void setUp(QCommandLineParser& parser)
           "again.",
           "MEASURE=FILE"},
          {"table", "Write the figures of the results as comma-separated values.", "FILE"},
+         {"growth",
+          "Fit growth, value = A exp(rate x days), to each subject and kind: a table with rates, doubling times and their 95 % intervals "
+          "(csv), or a picture of the points and fits, by its extension. May be given again.",
+          "FILE"},
+         {"like", "Show the results and the look of a PNG picture that this program wrote; give the folders too.", "PICTURE.png"},
+         {"out", "Write the usual files into a folder: figure, plots, table, growth.", "DIR"},
+         {"study-per-folder",
+          "With --out: each folder in ROOT that holds sequences is a study, and gets its own folder in DIR. What is up to "
+          "date is skipped. DIR/all.csv and DIR/growth.csv sum up.",
+          "ROOT"},
+         {"jobs", "Studies at a time (1).", "N", "1"},
          {"frames", "Repaint N times, turning by 360/N each, and report the times.", "N", "0"},
          {"quiet", "No progress on the terminal."}});
 }
@@ -108,43 +130,15 @@ bool readRange(const QString& strText, SValueRange& range)
     return lstEnds.size() == 2 && readNumber(lstEnds.at(0), range.m_fMin) && readNumber(lstEnds.at(1), range.m_fMax) &&
            range.m_fMin < range.m_fMax;
 }
-} // namespace
 
-QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& options)
+/// The unit and what else says how results are shown. Empty, or what is wrong.
+QString readLook(const QCommandLineParser& parser, SCompareOptions& options)
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    if (!parser.parse(lstArguments))
-    {
-        return parser.errorText();
-    }
-    options.m_bHelp = parser.isSet(QStringLiteral("help"));
-    options.m_bVersion = parser.isSet(QStringLiteral("version"));
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        return {};
-    }
-    options.m_lstFolders = parser.positionalArguments();
-    if (options.m_lstFolders.isEmpty())
-    {
-        return QStringLiteral("At least one folder is needed.");
-    }
-    options.m_lstPatterns = parser.values(QStringLiteral("load"));
-    for (const QString& strPattern : qAsConst(options.m_lstPatterns))
-    {
-        if (!pattern(strPattern).isValid())
-        {
-            return QStringLiteral("--load %1 is no pattern.").arg(strPattern);
-        }
-    }
     options.m_strUnit = parser.value(QStringLiteral("unit"));
     if (parser.isSet(QStringLiteral("unit")) && !units().contains(options.m_strUnit))
     {
         return QStringLiteral("--unit takes one of: %1.").arg(units().join(QStringLiteral(", ")));
     }
-    options.m_strViewFile = parser.value(QStringLiteral("view"));
-    options.m_strWindowFile = parser.value(QStringLiteral("window"));
-    options.m_strReportFile = parser.value(QStringLiteral("report"));
     if (!readSize(parser.value(QStringLiteral("size")), options.m_objSize))
     {
         return QStringLiteral("--size takes WIDTHxHEIGHT, each from %1 to %2 pixels.").arg(kMinPixels).arg(kMaxPixels);
@@ -168,6 +162,7 @@ QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& o
         }
         options.m_objRange = range;
     }
+    options.m_bLog = parser.isSet(QStringLiteral("log"));
     options.m_strWavelength = parser.value(QStringLiteral("wavelength"));
     if (parser.isSet(QStringLiteral("measure")))
     {
@@ -178,6 +173,27 @@ QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& o
         }
         options.m_objRegion = region;
     }
+    options.m_lstLook.clear();
+    for (const char* pszName : kLookNames)
+    {
+        const QString strName = QLatin1String(pszName);
+        if (strName == QLatin1String("log") ? options.m_bLog : parser.isSet(strName) || strName == QLatin1String("size"))
+        {
+            options.m_lstLook.append(options.m_bLog && strName == QLatin1String("log")
+                                         ? QStringLiteral("--log")
+                                         : QStringLiteral("--%1=%2").arg(strName, parser.value(strName)));
+        }
+    }
+    return {};
+}
+
+/// The files that are to be written. Empty, or what is wrong.
+QString readFiles(const QCommandLineParser& parser, SCompareOptions& options)
+{
+    options.m_strViewFile = parser.value(QStringLiteral("view"));
+    options.m_strWindowFile = parser.value(QStringLiteral("window"));
+    options.m_strReportFile = parser.value(QStringLiteral("report"));
+    options.m_strTableFile = parser.value(QStringLiteral("table"));
     for (const QString& strPlot : parser.values(QStringLiteral("plot")))
     {
         SPlotRequest request;
@@ -187,8 +203,61 @@ QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& o
         }
         options.m_lstPlots.append(request);
     }
-    options.m_strTableFile = parser.value(QStringLiteral("table"));
-    options.m_bLog = parser.isSet(QStringLiteral("log"));
+    options.m_lstGrowthFiles = parser.values(QStringLiteral("growth"));
+    for (const QString& strFile : qAsConst(options.m_lstGrowthFiles))
+    {
+        const QString strExtension = QFileInfo(strFile).suffix().toLower();
+        if (strExtension != QLatin1String("csv") && !OrmImageFile::extensions().contains(strExtension))
+        {
+            return QStringLiteral("--growth takes a file that ends in csv, %1.").arg(OrmImageFile::extensions().join(QStringLiteral(", ")));
+        }
+    }
+    return {};
+}
+
+/// Which folders are studied, and how. Empty, or what is wrong.
+QString readWork(const QCommandLineParser& parser, SCompareOptions& options)
+{
+    options.m_lstFolders = parser.positionalArguments();
+    options.m_strRoot = parser.value(QStringLiteral("study-per-folder"));
+    options.m_strOutFolder = parser.value(QStringLiteral("out"));
+    options.m_strLike = parser.value(QStringLiteral("like"));
+    const bool bStudies = parser.isSet(QStringLiteral("study-per-folder"));
+    if (bStudies && (options.m_strRoot.isEmpty() || options.m_strOutFolder.isEmpty() || !options.m_lstFolders.isEmpty()))
+    {
+        return QStringLiteral("--study-per-folder takes one folder and needs --out DIR; other folders have no place beside it.");
+    }
+    if (!bStudies && options.m_lstFolders.isEmpty())
+    {
+        return QStringLiteral("At least one folder is needed.");
+    }
+    const auto given = [&parser](const char* pszName) { return parser.isSet(QLatin1String(pszName)); };
+    if (given("out") && (options.m_strOutFolder.isEmpty() || std::any_of(std::begin(kFileNames), std::end(kFileNames), given)))
+    {
+        return QStringLiteral("--out takes a folder and names the files in it itself; leave out the options that name files.");
+    }
+    if (given("like") && (given("load") || given("out") || std::any_of(std::begin(kLookNames), std::end(kLookNames), given)))
+    {
+        return QStringLiteral("--like takes results and look from the picture; leave out --load, --out and the options of the look.");
+    }
+    if (given("like") && options.m_strLike.isEmpty())
+    {
+        return QStringLiteral("--like takes a picture.");
+    }
+    bool bJobs = false;
+    options.m_nJobs = parser.value(QStringLiteral("jobs")).toInt(&bJobs);
+    if (!bJobs || options.m_nJobs < 1 || options.m_nJobs > kMaxJobs || (given("jobs") && !bStudies))
+    {
+        return QStringLiteral("--jobs takes a whole number from 1 to %1, together with --study-per-folder.").arg(kMaxJobs);
+    }
+    options.m_lstPatterns = parser.values(QStringLiteral("load"));
+    for (const QString& strPattern : qAsConst(options.m_lstPatterns))
+    {
+        if (!CompareOptions::pattern(strPattern).isValid())
+        {
+            return QStringLiteral("--load %1 is no pattern.").arg(strPattern);
+        }
+    }
     options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
     bool bFrames = false;
     options.m_nFrames = parser.value(QStringLiteral("frames")).toInt(&bFrames);
@@ -196,6 +265,80 @@ QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& o
     {
         return QStringLiteral("--frames takes a whole number from 0 to %1.").arg(kMaxFrames);
     }
+    return {};
+}
+} // namespace
+
+QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& options)
+{
+    QCommandLineParser parser;
+    setUp(parser);
+    if (!parser.parse(lstArguments))
+    {
+        return parser.errorText();
+    }
+    options.m_bHelp = parser.isSet(QStringLiteral("help"));
+    options.m_bVersion = parser.isSet(QStringLiteral("version"));
+    if (options.m_bHelp || options.m_bVersion)
+    {
+        return {};
+    }
+    for (const auto fnRead : {&readWork, &readLook, &readFiles})
+    {
+        const QString strWrong = fnRead(parser, options);
+        if (!strWrong.isEmpty())
+        {
+            return strWrong;
+        }
+    }
+    return {};
+}
+
+QStringList CompareOptions::contentArguments(const SCompareOptions& options)
+{
+    QStringList lstArguments = options.m_lstLook;
+    for (const QString& strPattern : options.m_lstPatterns)
+    {
+        lstArguments.append(QStringLiteral("--load=") + strPattern);
+    }
+    return lstArguments;
+}
+
+QString CompareOptions::oneLine(QString strText)
+{
+    std::replace_if(
+        strText.begin(), strText.end(), [](QChar character) { return character.category() == QChar::Other_Control; }, QLatin1Char('?'));
+    return strText;
+}
+
+QString CompareOptions::takeLook(const QStringList& lstLook, SCompareOptions& options)
+{
+    QCommandLineParser parser;
+    setUp(parser);
+    SCompareOptions look;
+    // Whatever else the file names, only the look is taken from it.
+    if (!parser.parse(QStringList{QString()} + lstLook))
+    {
+        return parser.errorText();
+    }
+    const QString strWrong = readLook(parser, look);
+    if (!strWrong.isEmpty())
+    {
+        return strWrong;
+    }
+    if (look.m_lstLook != lstLook)
+    {
+        return QStringLiteral("The look names something else than a look.");
+    }
+    options.m_strUnit = look.m_strUnit;
+    options.m_objSize = look.m_objSize;
+    options.m_nRotate = look.m_nRotate;
+    options.m_strColors = look.m_strColors;
+    options.m_objRange = look.m_objRange;
+    options.m_bLog = look.m_bLog;
+    options.m_strWavelength = look.m_strWavelength;
+    options.m_objRegion = look.m_objRegion;
+    options.m_lstLook = look.m_lstLook;
     return {};
 }
 

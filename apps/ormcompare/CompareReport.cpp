@@ -8,14 +8,25 @@
 
 #include <algorithm>
 
+#include <cmath>
+
 namespace
 {
+/// A number, or null for one that is unknown.
+QJsonValue jsonNumber(double fNumber)
+{
+    return std::isfinite(fNumber) ? QJsonValue(fNumber) : QJsonValue(QJsonValue::Null);
+}
+
 QJsonObject toJson(const SLoadedResult& result)
 {
     return {{"kind", result.m_strKind},
             {"sequence", result.m_strSequence},
             {"name", result.m_strName},
             {"unit", result.m_strUnit},
+            {"subject", result.m_objTime.m_strSubject},
+            {"date", result.m_objTime.m_strDate},
+            {"days", jsonNumber(result.m_objTime.m_fDays)},
             {"vertices", result.m_nVertices},
             {"triangles", result.m_nTriangles},
             {"voxels", result.m_nVoxels},
@@ -83,14 +94,28 @@ QByteArray CompareReport::json(const SCompareReport& report)
 
 QByteArray CompareReport::csv(const SCompareReport& report)
 {
+    // New columns stand behind the old ones, so that what reads by place goes on working.
     QByteArray aTable = OrmCsv::line({"kind", "sequence", "name", "unit", "total", "selected_total", "reduced_chi2", "voxel_size_mm",
-                                      "final_voxel_size_mm", "starting_voxel_size_mm", "voxels"});
+                                      "final_voxel_size_mm", "starting_voxel_size_mm", "voxels", "subject", "date", "days"});
+    const auto times = [](const SResultTime& time) { return QStringList{time.m_strSubject, time.m_strDate, OrmCsv::number(time.m_fDays)}; };
     for (const SLoadedResult& result : report.m_lstResults)
     {
-        aTable += OrmCsv::line({result.m_strKind, result.m_strSequence, result.m_strName, result.m_strUnit, OrmCsv::number(result.m_fTotal),
-                                OrmCsv::number(result.m_fSelectedTotal), OrmCsv::number(result.m_fReducedChi2),
-                                OrmCsv::number(result.m_fVoxelSize), OrmCsv::number(result.m_fFinalVoxelSize),
-                                OrmCsv::number(result.m_fStartVoxelSize), QString::number(result.m_nVoxels)});
+        aTable += OrmCsv::line(QStringList{result.m_strKind, result.m_strSequence, result.m_strName, result.m_strUnit,
+                                           OrmCsv::number(result.m_fTotal), OrmCsv::number(result.m_fSelectedTotal),
+                                           OrmCsv::number(result.m_fReducedChi2), OrmCsv::number(result.m_fVoxelSize),
+                                           OrmCsv::number(result.m_fFinalVoxelSize), OrmCsv::number(result.m_fStartVoxelSize),
+                                           QString::number(result.m_nVoxels)} +
+                               times(result.m_objTime));
+    }
+    const QStringList lstNoFigures{QString(), QString(), QString(), QString(), QString(), QString(), QString(), QString()};
+    for (const SFailedResult& failed : report.m_lstFailed)
+    {
+        aTable +=
+            OrmCsv::line(QStringList{failed.m_strKind, failed.m_strSequence, failed.m_strName} + lstNoFigures + times(failed.m_objTime));
+    }
+    for (const SEmptyTimePoint& empty : report.m_lstEmpty)
+    {
+        aTable += OrmCsv::line(QStringList{empty.m_strKind, empty.m_strSequence, QString()} + lstNoFigures + times(empty.m_objTime));
     }
     return aTable;
 }

@@ -5,6 +5,16 @@
 #include <QStringList>
 #include <QVector>
 
+#include <limits>
+
+/// When the sequence of a result was taken, and of whom.
+struct SResultTime
+{
+    QString m_strSubject;                                      ///< as the sequence has it
+    QString m_strDate;                                         ///< as the sequence has it
+    double m_fDays = std::numeric_limits<double>::quiet_NaN(); ///< since the subject's first time point; NaN: unknown
+};
+
 /// A result that was loaded, in the figures of the report.
 struct SLoadedResult
 {
@@ -12,6 +22,7 @@ struct SLoadedResult
     QString m_strSequence;          ///< sequence ID
     QString m_strName;              ///< result name
     QString m_strUnit;              ///< unit of its values
+    SResultTime m_objTime;          ///< of its sequence
     qint64 m_nVertices = 0;         ///< of the surface
     qint64 m_nTriangles = 0;        ///< of the surface
     qint64 m_nVoxels = 0;           ///< of the displayed volume
@@ -35,6 +46,15 @@ struct SFailedResult
     QString m_strSequence; ///< sequence ID
     QString m_strName;     ///< result name
     QString m_strReason;   ///< the log line or box text
+    SResultTime m_objTime; ///< of its sequence
+};
+
+/// A time point that was asked for and gave no result.
+struct SEmptyTimePoint
+{
+    QString m_strKind;     ///< "SOLA" or "NOVA"
+    QString m_strSequence; ///< sequence ID
+    SResultTime m_objTime; ///< of the sequence
 };
 
 /// Lowest and highest value of each kind; -1 and -1 for a kind without results.
@@ -49,6 +69,8 @@ struct SCompareReport
 {
     QVector<SLoadedResult> m_lstResults; ///< in tile order
     QVector<SFailedResult> m_lstFailed;  ///< in the order of loading
+    QVector<SEmptyTimePoint> m_lstEmpty; ///< in the order of the window's list
+    bool m_bMeasured = false;            ///< a region was marked: its sums are the values of interest
     SKindRanges m_objRange;              ///< over the loaded results
     SKindRanges m_objBar;                ///< what the colour bars say
     QVector<double> m_lstFrameMs;        ///< of each measured repaint
@@ -60,7 +82,8 @@ namespace CompareReport
 /// The report as JSON text.
 QByteArray json(const SCompareReport& report);
 
-/// The loaded results as comma-separated values, one line for each below a line of column names.
+/// The results as comma-separated values, one line for each below a line of column names: those that were loaded, then those that
+/// could not be, then the time points without any. What there is no value of is empty.
 QByteArray csv(const SCompareReport& report);
 
 /// The middle of the numbers (the lower one of two), 0 where there are none.

@@ -47,6 +47,11 @@ CCompareRun::CCompareRun(const SCompareOptions& options) : m_options(options)
             });
 }
 
+CCompareRun::CCompareRun(const SCompareOptions& options, const SPictureState& like) : CCompareRun(options)
+{
+    m_objLike = like;
+}
+
 CCompareRun::~CCompareRun()
 {
     getLogObject()->removeSink(m_nLogSink);
@@ -72,6 +77,10 @@ bool CCompareRun::run()
     const bool bView = resizeView();
     loadResults();
     applyLook();
+    if (m_options.m_bUsualFiles && m_pView->getAnalysisParams().isEmpty() && m_lstReasons.isEmpty())
+    {
+        fail(QStringLiteral("There is no saved result to show."));
+    }
     if (bView)
     {
         measureFrames();
@@ -80,7 +89,10 @@ bool CCompareRun::run()
         writePlots();
     }
     collectFigures();
+    collectTimes();
+    compareWithLike();
     writeTables();
+    writeGrowth();
     return m_lstReasons.isEmpty();
 }
 

@@ -4,15 +4,18 @@
 #include "CompareReport.h"
 #include "LongitudinalStudyBrowserView.h"
 #include "LongitudinalStudyBrowserWnd.h"
+#include "PictureState.h"
 
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QHash>
 #include <QObject>
 #include <QRect>
+#include <QSet>
 #include <QVector>
 
 #include <memory>
+#include <optional>
 
 class COrmSequenceCollection;
 class QListWidgetItem;
@@ -24,6 +27,8 @@ class CCompareRun : public QObject
 
 public:
     explicit CCompareRun(const SCompareOptions& options);
+    /// Repeats a picture: the options have its look and results, the state is what the outcome is compared with.
+    CCompareRun(const SCompareOptions& options, const SPictureState& like);
     ~CCompareRun() override;
 
     /// Does all that was asked for. True if everything succeeded; otherwise reasons() has one line for each thing that did not.
@@ -73,11 +78,19 @@ private:
     void writePictures();
     void writePlots();
     void collectFigures();
+    void collectTimes();
     void writeTables();
+    void writeGrowth();
+    /// What a picture that is written now shows.
+    SPictureState state(const QString& strPicture) const;
+    void compareWithLike();
     QString unitOf(int nKind) const;
     SLoadedResult figures(const sAnalysisBase& result) const;
+    /// A file's name for the user.
+    QString shownName(const QString& strFile) const;
     void save(const QString& strFile, const QByteArray& aBytes);
-    void savePicture(const QString& strFile, const QImage& image);
+    /// @param strShows what it is a picture of, which a PNG carries with the state; empty: nothing that has one
+    void savePicture(const QString& strFile, const QImage& image, const QString& strShows);
 
     /// A saved result by its rows in the two lists.
     struct SWantedResult
@@ -86,6 +99,8 @@ private:
         int m_nResult = 0;
     };
     QVector<SWantedResult> wantedResults();
+    bool isWanted(const SResultKey& key, QSet<QString>& setMatched) const;
+    void tellMissing(const QSet<QString>& setMatched);
 
     /// What the tool said while one result was loaded.
     struct SLoadTrace
@@ -98,12 +113,17 @@ private:
     };
 
     SCompareOptions m_options;
+    std::optional<SPictureState> m_objLike;                       ///< the picture that is repeated
+    QSet<QString> m_setKeys;                                      ///< texts of the results to load or try, where they are named
+    QVector<QPair<QString, QRegularExpression>> m_lstExpressions; ///< the patterns of the results to load
+    QVector<QPair<QString, QString>> m_lstAsked;                  ///< kind and sequence of the time points that were asked for
     std::unique_ptr<COrmSequenceCollection> m_pSequences;
     std::unique_ptr<CLongitudinalStudyBrowserWnd> m_pWindow;
     CLongitudinalStudyBrowserView* m_pView = nullptr; ///< owned by the window
     int m_nLogSink = 0;
     QElapsedTimer m_objClock;
     SLoadTrace m_objTrace;
+    QVector<SResultKey> m_lstRefused; ///< tried and not loaded
     SCompareReport m_objReport;
     QHash<QString, QPair<double, double>> m_mapTimes; ///< result key to reading and press times, ms
     QStringList m_lstReasons;

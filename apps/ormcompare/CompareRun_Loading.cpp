@@ -16,45 +16,79 @@ void CCompareRun::listSequence(int nRow)
     QMetaObject::invokeMethod(pSequences, "itemClicked", Q_ARG(QListWidgetItem*, pSequences->item(nRow)));
 }
 
+bool CCompareRun::isWanted(const SResultKey& key, QSet<QString>& setMatched) const
+{
+    const QString strText = key.text();
+    if (!m_options.m_lstKeys.isEmpty())
+    {
+        setMatched.insert(strText);
+        return m_setKeys.contains(strText);
+    }
+    bool bWanted = m_options.m_lstPatterns.isEmpty();
+    for (const auto& [strPattern, expression] : m_lstExpressions)
+    {
+        if (expression.match(strText).hasMatch())
+        {
+            setMatched.insert(strPattern);
+            bWanted = true;
+        }
+    }
+    return bWanted;
+}
+
+void CCompareRun::tellMissing(const QSet<QString>& setMatched)
+{
+    for (const SResultKey& key : qAsConst(m_options.m_lstKeys))
+    {
+        if (!setMatched.contains(key.text()))
+        {
+            fail(QStringLiteral("The picture shows %1, which is not under the folders.").arg(key.text()));
+        }
+    }
+    for (const auto& [strPattern, expression] : qAsConst(m_lstExpressions))
+    {
+        if (!setMatched.contains(strPattern))
+        {
+            fail(QStringLiteral("No saved result matches \"%1\".").arg(strPattern));
+        }
+    }
+}
+
 QVector<CCompareRun::SWantedResult> CCompareRun::wantedResults()
 {
-    QVector<QPair<QString, QRegularExpression>> lstPatterns;
     for (const QString& strPattern : qAsConst(m_options.m_lstPatterns))
     {
-        lstPatterns.append({strPattern, CompareOptions::pattern(strPattern)});
+        m_lstExpressions.append({strPattern, CompareOptions::pattern(strPattern)});
     }
-    QSet<QString> lstMatched;
+    for (const SResultKey& key : m_options.m_lstKeys + m_options.m_lstTried)
+    {
+        m_setKeys.insert(key.text());
+    }
+    QSet<QString> setMatched;
     QVector<SWantedResult> lstWanted;
     const auto* pSequences = widget<QListWidget>("m_pSequenceNameLW");
     const auto* pResults = widget<QListWidget>("m_pResultWidget");
     for (int nSequence = 0; nSequence < pSequences->count(); ++nSequence)
     {
         listSequence(nSequence);
+        const QString strListed = pSequences->item(nSequence)->text();
+        const QString strKind = strListed.section(QLatin1Char(' '), 0, 0);
+        const QString strSequence = strListed.section(QLatin1Char(' '), 1);
+        bool bAsked = m_lstExpressions.isEmpty() && m_options.m_lstKeys.isEmpty();
         for (int nResult = 0; nResult < pResults->count(); ++nResult)
         {
-            const QString strText = pSequences->item(nSequence)->text() + QLatin1Char('/') + pResults->item(nResult)->text();
-            bool bWanted = lstPatterns.isEmpty();
-            for (const auto& [strPattern, expression] : qAsConst(lstPatterns))
-            {
-                if (expression.match(strText).hasMatch())
-                {
-                    lstMatched.insert(strPattern);
-                    bWanted = true;
-                }
-            }
-            if (bWanted)
+            if (isWanted({strKind, strSequence, pResults->item(nResult)->text()}, setMatched))
             {
                 lstWanted.append({nSequence, nResult});
+                bAsked = true;
             }
         }
-    }
-    for (const QString& strPattern : qAsConst(m_options.m_lstPatterns))
-    {
-        if (!lstMatched.contains(strPattern))
+        if (bAsked)
         {
-            fail(QStringLiteral("No saved result matches \"%1\".").arg(strPattern));
+            m_lstAsked.append({strKind, strSequence});
         }
     }
+    tellMissing(setMatched);
     return lstWanted;
 }
 
@@ -101,13 +135,14 @@ void CCompareRun::loadResult(QListWidgetItem* pResult, const QString& strKind, c
         say(QStringLiteral("%1 %2/%3: loaded in %4 ms").arg(strKind, strSequence, strName).arg(fPress, 0, 'f', 0));
         return;
     }
+    m_lstRefused.append({strKind, strSequence, strName});
     const QString strReason = failureReason();
     if (m_options.m_lstPatterns.isEmpty() && strReason.contains(QLatin1String("is not compatible with the Selected Unit")))
     {
         say(QStringLiteral("%1 %2/%3: left out, it has another unit").arg(strKind, strSequence, strName));
         return;
     }
-    m_objReport.m_lstFailed.append({strKind, strSequence, strName, strReason});
+    m_objReport.m_lstFailed.append({strKind, strSequence, strName, strReason, {}});
     fail(QStringLiteral("%1 %2/%3: %4").arg(strKind, strSequence, strName, strReason));
 }
 

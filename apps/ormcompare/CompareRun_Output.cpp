@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QPainter>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -26,17 +28,24 @@ void pick(QComboBox* pCombo, int nEntry)
 
 void CCompareRun::writePictures()
 {
+    // Which result was clicked last is an accident of loading, and no part of a figure.
+    m_pView->getSelectedList().clear();
+    m_pView->update();
     paint();
+    if (m_options.m_bUsualFiles && m_pView->getAnalysisParams().isEmpty())
+    {
+        return;
+    }
     if (!m_options.m_strViewFile.isEmpty())
     {
-        savePicture(m_options.m_strViewFile, m_pView->getPrintImage());
+        savePicture(m_options.m_strViewFile, m_pView->getPrintImage(), QStringLiteral("view"));
     }
     if (!m_options.m_strWindowFile.isEmpty())
     {
         // The view's own picture is the one on screen; a grab of the window would take the blending's leftovers for transparency.
         QImage window = m_pWindow->grab().toImage();
         QPainter(&window).drawImage(m_pView->mapTo(m_pWindow.get(), QPoint()), m_pView->getPrintImage());
-        savePicture(m_options.m_strWindowFile, window);
+        savePicture(m_options.m_strWindowFile, window, QStringLiteral("window"));
     }
 }
 
@@ -54,6 +63,10 @@ void CCompareRun::writePlots()
         const int nKind = request.m_nKind >= 0 ? request.m_nKind : (bKinds[0] ? 0 : 1);
         if (!bKinds[nKind])
         {
+            if (m_options.m_bUsualFiles)
+            {
+                continue;
+            }
             fail(
                 QStringLiteral("%1: there is no %2 to plot.")
                     .arg(request.m_strFile, request.m_nKind >= 0 ? kindName(nKind) + QStringLiteral(" result") : QStringLiteral("result")));
@@ -62,7 +75,8 @@ void CCompareRun::writePlots()
         pick(widget<QComboBox>("m_pAnalysisSelectCB"), nKind);
         pick(widget<QComboBox>("m_pPlotSelectCB"), request.m_nMeasure);
         QCoreApplication::processEvents();
-        savePicture(request.m_strFile, pPlot->getPrintImage());
+        savePicture(request.m_strFile, pPlot->getPrintImage(),
+                    QStringLiteral("plot of %1 %2").arg(kindName(nKind), widget<QComboBox>("m_pPlotSelectCB")->currentText()));
     }
 }
 
@@ -145,15 +159,10 @@ SLoadedResult CCompareRun::figures(const sAnalysisBase& result) const
     return figures;
 }
 
-void CCompareRun::savePicture(const QString& strFile, const QImage& image)
+QString CCompareRun::shownName(const QString& strFile) const
 {
-    const QString strWrong = OrmImageFile::write(image, strFile);
-    if (!strWrong.isEmpty())
-    {
-        fail(strWrong);
-        return;
-    }
-    say(QStringLiteral("Written: %1").arg(strFile));
+    // The usual files of a study get to their folder at the end.
+    return m_options.m_bUsualFiles ? QDir(m_options.m_strOutFolder).filePath(QFileInfo(strFile).fileName()) : strFile;
 }
 
 void CCompareRun::save(const QString& strFile, const QByteArray& aBytes)
@@ -161,8 +170,8 @@ void CCompareRun::save(const QString& strFile, const QByteArray& aBytes)
     const QString strReason = OrmFileWriter::replace(strFile, aBytes);
     if (!strReason.isEmpty())
     {
-        fail(QStringLiteral("%1 cannot be written: %2").arg(strFile, strReason));
+        fail(QStringLiteral("%1 cannot be written: %2").arg(shownName(strFile), strReason));
         return;
     }
-    say(QStringLiteral("Written: %1").arg(strFile));
+    say(QStringLiteral("Written: %1").arg(shownName(strFile)));
 }

@@ -1,5 +1,10 @@
+#include "BatchRun.h"
 #include "CompareOptions.h"
 #include "CompareRun.h"
+#include "PictureState.h"
+#include "StopSignals.h"
+#include "StudyFiles.h"
+#include "VirtualDisplay.h"
 
 #include "CSOLAView.h"
 
@@ -7,12 +12,94 @@
 
 #include <clocale>
 #include <cstdio>
+#include <optional>
+#include <unistd.h>
 
 namespace
 {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+constexpr int kSignalBase = 128; ///< what a shell adds to the number of the signal that ended a program
+
+/// Tells the reasons, one line each. Returns the exit code.
+int tell(const QStringList& lstReasons)
+{
+    for (const QString& strReason : lstReasons)
+    {
+        std::fprintf(stderr, "ormcompare: %s\n", qPrintable(CompareOptions::oneLine(strReason)));
+    }
+    return lstReasons.isEmpty() ? kDone : kFailed;
+}
+
+/// Compares every study below a folder.
+int runBatch(const SCompareOptions& options, int argc, char* argv[])
+{
+    CBatchRun* pBatch = nullptr;
+    const CStopSignals stopSignals([&pBatch](int) { QMetaObject::invokeMethod(pBatch, &CBatchRun::stop, Qt::QueuedConnection); });
+    const QCoreApplication application(argc, argv);
+    CBatchRun batch(options);
+    pBatch = &batch;
+    batch.run();
+    return tell(batch.reasons());
+}
+
+/// Opens the window and does what the options ask for. @return the reasons why something was not done
+QStringList runWindow(const SCompareOptions& options, const std::optional<SPictureState>& like, CVirtualDisplay& display, int argc,
+                      char* argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
+    CSOLAView::setDefaultFormat();
+    const QApplication application(argc, argv);
+    display.connected();
+    std::setlocale(LC_NUMERIC, "C");
+    const std::unique_ptr<CCompareRun> pRun = like ? std::make_unique<CCompareRun>(options, *like) : std::make_unique<CCompareRun>(options);
+    pRun->run();
+    return pRun->reasons();
+}
+
+/// The options with the usual files of a study, where the folder takes new ones.
+SCompareOptions withUsualFiles(SCompareOptions options, const CStudyFolder& folder)
+{
+    options.m_bUsualFiles = true;
+    options.m_strViewFile = folder.newFile(StudyFiles::figure());
+    options.m_strTableFile = folder.newFile(StudyFiles::table());
+    options.m_lstGrowthFiles = QStringList{folder.newFile(StudyFiles::growthTable()), folder.newFile(StudyFiles::growthPicture())};
+    for (const int nKind : {0, 1})
+    {
+        for (int nMeasure = 0; nMeasure < StudyFiles::s_nMeasures; ++nMeasure)
+        {
+            options.m_lstPlots.append({nKind, nMeasure, folder.newFile(StudyFiles::plot(nKind, nMeasure))});
+        }
+    }
+    return options;
+}
+
+/// Compares the folders as one study, into a folder of its own.
+int runStudy(const SCompareOptions& options, CVirtualDisplay& display, int argc, char* argv[])
+{
+    CStudyFolder folder(options.m_strOutFolder);
+    const CStopSignals stopSignals(
+        [&folder, &display](int nSignal)
+        {
+            folder.abandon();
+            display.connected();
+            ::_exit(kSignalBase + nSignal);
+        });
+    const QString strWrong = folder.begin();
+    if (!strWrong.isEmpty())
+    {
+        return tell({strWrong});
+    }
+    const QString strFingerprint = StudyFiles::fingerprint(options.m_lstFolders, CompareOptions::contentArguments(options));
+    QStringList lstReasons = runWindow(withUsualFiles(options, folder), std::nullopt, display, argc, argv);
+    const QString strNotKept = folder.commit(strFingerprint, lstReasons.isEmpty());
+    if (!strNotKept.isEmpty())
+    {
+        lstReasons.append(strNotKept);
+    }
+    return tell(lstReasons);
+}
 } // namespace
 
 int main(int argc, char* argv[])
@@ -27,7 +114,7 @@ int main(int argc, char* argv[])
 
     // Usage is looked at before a display is needed.
     SCompareOptions options;
-    const QString strWrong = CompareOptions::read(lstArguments, options);
+    QString strWrong = CompareOptions::read(lstArguments, options);
     if (!strWrong.isEmpty())
     {
         std::fprintf(stderr, "ormcompare: %s\nTry ormcompare --help.\n", qPrintable(strWrong));
@@ -44,20 +131,32 @@ int main(int argc, char* argv[])
         std::printf("ormcompare %s\n", ORM_VERSION);
         return kDone;
     }
-
-    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
-    CSOLAView::setDefaultFormat();
-    const QApplication application(argc, argv);
-    std::setlocale(LC_NUMERIC, "C");
-
-    CCompareRun run(options);
-    if (run.run())
+    if (!options.m_strRoot.isEmpty())
     {
-        return kDone;
+        return runBatch(options, argc, argv);
     }
-    for (const QString& strReason : run.reasons())
+
+    std::optional<SPictureState> like;
+    if (!options.m_strLike.isEmpty())
     {
-        std::fprintf(stderr, "ormcompare: %s\n", qPrintable(strReason));
+        like.emplace();
+        strWrong = PictureState::fromFile(options.m_strLike, *like);
+        if (strWrong.isEmpty())
+        {
+            strWrong = CompareOptions::takeLook(like->m_lstLook, options);
+            options.m_lstKeys = like->m_lstResults;
+            options.m_lstTried = like->m_lstRefused;
+        }
+        if (!strWrong.isEmpty())
+        {
+            return tell({strWrong});
+        }
     }
-    return kFailed;
+    CVirtualDisplay display;
+    strWrong = CVirtualDisplay::isNeeded() ? display.start() : QString();
+    if (!strWrong.isEmpty())
+    {
+        return tell({strWrong});
+    }
+    return options.m_strOutFolder.isEmpty() ? tell(runWindow(options, like, display, argc, argv)) : runStudy(options, display, argc, argv);
 }

@@ -32,6 +32,9 @@ private slots:
     void unknownDensityMapIsAReason();
     void measuredPartsAddUp();
     void tableAgreesWithTheReport();
+    void timePointWithoutAValueIsEmpty();
+    void growthIsWritten();
+    void growthWithoutDaysIsAReason();
     void plotsAreWritten();
     void plotOfAMissingKindIsAReason();
     void unwritableFileIsAReason();
@@ -251,14 +254,110 @@ void tst_Compare::tableAgreesWithTheReport()
         // The names hold commas and are quoted; the figures stand behind them.
         const QList<QByteArray> lstFigures = aLine.mid(aLine.lastIndexOf('"') + 2).trimmed().split(',');
         QVERIFY(aLine.startsWith((result.value("kind").toString() + "," + result.value("sequence").toString() + ",\"").toUtf8()));
-        QCOMPARE(lstFigures.size(), 8);
+        QCOMPARE(lstFigures.size(), 11);
         const char* const pszKeys[] = {
             "total", "selected_total", "reduced_chi2", "voxel_size_mm", "final_voxel_size_mm", "starting_voxel_size_mm", "voxels"};
         for (int nFigure = 0; nFigure < 7; ++nFigure)
         {
             QCOMPARE(lstFigures.at(nFigure + 1).toDouble(), result.value(QLatin1String(pszKeys[nFigure])).toDouble());
         }
+        QCOMPARE(lstFigures.at(8), QByteArray("Phantom mouse"));
+        QCOMPARE(lstFigures.at(9), result.value("date").toString().toUtf8());
+        QCOMPARE(lstFigures.at(10).toDouble(), QList<double>({0.0, 3.0, 7.0}).at(nResult % 3));
+        QCOMPARE(lstFigures.at(10).toDouble(), result.value("days").toDouble(-1.0));
     }
+}
+
+void tst_Compare::timePointWithoutAValueIsEmpty()
+{
+    // One result cannot be read, one sequence has none, and nobody knows when a third one was taken.
+    const QString strStudy = path("gaps");
+    QCOMPARE(runProgram("ormphantom", {strStudy, "--timepoints", "5", "--vertices", "60", "--kind", "SOLA"}).m_nExit, 0);
+    QFile damaged(strStudy + "/PM20260305_L/XML/SOLA_1.xml");
+    QVERIFY(damaged.resize(damaged.size() / 2));
+    QVERIFY(QFile::remove(strStudy + "/PM20260309_L/XML/SOLA.txt"));
+    QFile undated(strStudy + "/PM20260312_L/SequenceInfo.txt");
+    QVERIFY(undated.open(QIODevice::ReadWrite));
+    const QByteArray aInfo = undated.readAll().replace("2026-03-12T09:30:00", "12.3.2026");
+    QVERIFY(undated.resize(0) && undated.seek(0) && undated.write(aInfo) == aInfo.size());
+    undated.close();
+    const SProgramRun run = runProgram("ormcompare", {strStudy, "--table", path("gaps.csv"), "--growth", path("gaps-growth.csv")});
+    QCOMPARE(run.m_nExit, 1);
+    QFile table(path("gaps.csv"));
+    QVERIFY(table.open(QIODevice::ReadOnly));
+    const QByteArray aTable = table.readAll();
+    QCOMPARE(aTable.count("\r\n"), 6);
+    QVERIFY2(aTable.contains("\r\nSOLA,PM20260312_L,\"Day 10, 1 mm\",photons/sec,"), aTable);
+    QVERIFY2(aTable.contains(",Phantom mouse,12.3.2026,\r\n"), aTable);
+    QVERIFY2(aTable.contains(",Phantom mouse,2026-03-16T09:30:00,14\r\n"), aTable);
+    QVERIFY2(aTable.contains("\r\nSOLA,PM20260305_L,\"Day 3, 1 mm\",,,,,,,,,Phantom mouse,2026-03-05T09:30:00,3\r\n"), aTable);
+    QVERIFY2(aTable.contains("\r\nSOLA,PM20260309_L,,,,,,,,,,Phantom mouse,2026-03-09T09:30:00,7\r\n"), aTable);
+    QFile growth(path("gaps-growth.csv"));
+    QVERIFY(growth.open(QIODevice::ReadOnly));
+    const QByteArray aGrowth = growth.readAll();
+    QVERIFY2(aGrowth.contains("\r\nPhantom mouse,SOLA,photons/sec,total,2,3,"), aGrowth);
+}
+
+void tst_Compare::growthIsWritten()
+{
+    const SProgramRun run = compare({"--growth", path("growth.csv"), "--growth", path("growth.PNG"), "--growth", path("growth.jpg")});
+    QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
+    QFile file(path("growth.csv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lstLines = file.readAll().split('\n');
+    QCOMPARE(lstLines.size(), 4);
+    const QList<QByteArray> lstColumns = lstLines.at(0).trimmed().split(',');
+    const QJsonArray lstResults = report().value("results").toArray();
+    for (const int nKind : {0, 1})
+    {
+        // The slope of ln(value) over the days 0, 3 and 7 by hand: the sum of (day - 10/3) ln(value), divided by 74/3.
+        double fSlope = 0.0;
+        for (int nDay = 0; nDay < 3; ++nDay)
+        {
+            const double fTotal = lstResults.at(3 * nKind + nDay).toObject().value("total").toDouble();
+            fSlope += (QList<double>({0.0, 3.0, 7.0}).at(nDay) - 10.0 / 3.0) * std::log(fTotal) / (74.0 / 3.0);
+        }
+        const QList<QByteArray> lstFields = lstLines.at(1 + nKind).trimmed().split(',');
+        QCOMPARE(lstFields.size(), lstColumns.size());
+        QCOMPARE(lstFields.at(lstColumns.indexOf("kind")), QByteArray(nKind == 0 ? "SOLA" : "NOVA"));
+        const double fRate = lstFields.at(lstColumns.indexOf("rate_per_day")).toDouble();
+        QVERIFY(std::abs(fRate - fSlope) < 1.0e-9);
+        QCOMPARE(lstFields.at(lstColumns.indexOf("doubling_time_days")).toDouble(), std::log(2.0) / fRate);
+        QCOMPARE(lstFields.at(lstColumns.indexOf("doubling_time_interval")), QByteArray("bounded"));
+        QCOMPARE(lstFields.at(lstColumns.indexOf("days")), QByteArray("0 3 7"));
+    }
+    const QImage plot(path("growth.PNG"));
+    QVERIFY(plot.width() > 400 && plot.height() > 800);
+    QCOMPARE(QImage(path("growth.jpg")).size(), plot.size());
+    // Each of the two plots has points and line of its series in the first colour.
+    for (const int nPlot : {0, 1})
+    {
+        int nColored = 0;
+        for (int nY = nPlot * plot.height() / 2; nY < (nPlot + 1) * plot.height() / 2; ++nY)
+        {
+            for (int nX = 0; nX < plot.width(); ++nX)
+            {
+                nColored += plot.pixel(nX, nY) == 0xff0072b2 ? 1 : 0;
+            }
+        }
+        QVERIFY2(nColored > 500, qPrintable(QString::number(nColored)));
+    }
+}
+
+void tst_Compare::growthWithoutDaysIsAReason()
+{
+    const QString strStudy = path("timeless");
+    QCOMPARE(runProgram("ormphantom", {strStudy, "--timepoints", "1", "--vertices", "60", "--kind", "SOLA"}).m_nExit, 0);
+    QVERIFY(runProgram("ormcompare", {strStudy, "--growth", path("one.png")}).m_nExit == 0);
+    QFile info(strStudy + "/PM20260302_L/SequenceInfo.txt");
+    QVERIFY(info.open(QIODevice::ReadWrite));
+    const QByteArray aInfo = info.readAll().replace("Subject", "Nobody");
+    QVERIFY(info.resize(0) && info.seek(0) && info.write(aInfo) == aInfo.size());
+    info.close();
+    const SProgramRun run = runProgram("ormcompare", {strStudy, "--growth", path("none.png")});
+    QCOMPARE(run.m_nExit, 1);
+    QVERIFY2(run.m_strError.contains("there is no value with a known day to plot"), qPrintable(run.m_strError));
+    QVERIFY(!QFile::exists(path("none.png")));
 }
 
 void tst_Compare::plotsAreWritten()
@@ -315,8 +414,10 @@ void tst_Compare::helpNamesEveryOption()
     const SProgramRun run = runProgram("ormcompare", {"--help"});
     QCOMPARE(run.m_nExit, 0);
     QCOMPARE(run.m_strError, QString());
-    for (const char* pOption : {"--load", "--unit", "--view", "--window", "--report", "--size", "--rotate", "--colors", "--range", "--log",
-                                "--wavelength", "--measure", "--plot", "--table", "--frames", "--quiet", "--version"})
+    for (const char* pOption :
+         {"--load", "--unit",       "--view",    "--window", "--report", "--size",   "--rotate", "--colors", "--range",
+          "--log",  "--wavelength", "--measure", "--plot",   "--table",  "--growth", "--like",   "--out",    "--study-per-folder",
+          "--jobs", "--frames",     "--quiet",   "--version"})
     {
         QVERIFY2(run.m_strOut.contains(QLatin1String(pOption)), pOption);
     }

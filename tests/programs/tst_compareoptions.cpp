@@ -19,6 +19,8 @@ private slots:
     void wrongUsageIsNamed();
     void optionsAreRead();
     void plotsAndRegionAreRead();
+    void lookIsTakenOver();
+    void studiesAreRead();
     void defaultsHold();
     void medianIsTheLowerMiddle_data();
     void medianIsTheLowerMiddle();
@@ -104,6 +106,20 @@ void tst_CompareOptions::wrongUsageIsNamed_data()
     QTest::newRow("plot without a file") << QStringList{"x", "--plot", "chi2"} << "--plot";
     QTest::newRow("plot of nothing known") << QStringList{"x", "--plot", "weight=p.png"} << "--plot";
     QTest::newRow("plot of an unknown kind") << QStringList{"x", "--plot", "ABCD:chi2=p.png"} << "--plot";
+    QTest::newRow("growth in an unknown format") << QStringList{"x", "--growth", "g.txt"} << "--growth";
+    QTest::newRow("growth without a format") << QStringList{"x", "--growth", "csv"} << "--growth";
+    QTest::newRow("studies without a place") << QStringList{"--study-per-folder", "x"} << "--out";
+    QTest::newRow("studies and a folder") << QStringList{"y", "--study-per-folder", "x", "--out", "o"} << "--study-per-folder";
+    QTest::newRow("studies of nowhere") << QStringList{"--study-per-folder=", "--out", "o"} << "--study-per-folder";
+    QTest::newRow("out of nowhere") << QStringList{"x", "--out="} << "--out";
+    QTest::newRow("out and a file") << QStringList{"x", "--out", "o", "--table", "t.csv"} << "--out";
+    QTest::newRow("jobs without studies") << QStringList{"x", "--jobs", "2"} << "--jobs";
+    QTest::newRow("no jobs") << QStringList{"--study-per-folder", "x", "--out", "o", "--jobs", "0"} << "--jobs";
+    QTest::newRow("too many jobs") << QStringList{"--study-per-folder", "x", "--out", "o", "--jobs", "1000"} << "--jobs";
+    QTest::newRow("like with a look") << QStringList{"x", "--like", "p.png", "--rotate", "3"} << "--like";
+    QTest::newRow("like with results") << QStringList{"x", "--like", "p.png", "--load", "*"} << "--like";
+    QTest::newRow("like with studies") << QStringList{"--study-per-folder", "x", "--out", "o", "--like", "p.png"} << "--like";
+    QTest::newRow("like nothing") << QStringList{"x", "--like="} << "--like";
     QTest::newRow("value missing") << QStringList{"x", "--view"} << "view";
 }
 
@@ -163,6 +179,44 @@ void tst_CompareOptions::plotsAndRegionAreRead()
     QCOMPARE(options.m_strWavelength, QString("560"));
 }
 
+void tst_CompareOptions::lookIsTakenOver()
+{
+    SCompareOptions first;
+    QCOMPARE(CompareOptions::read({"ormcompare", "a", "--log", "--range", "1e3:2.5e6", "--measure", "0,0,1,0.5", "--rotate", "7",
+                                   "--colors", "Rainbow", "--wavelength=a=b c", "--unit", "cells", "--load", "S*", "--load", "-x"},
+                                  first),
+             QString());
+    QCOMPARE(first.m_lstLook, (QStringList{"--unit=cells", "--size=1200x800", "--rotate=7", "--colors=Rainbow", "--range=1e3:2.5e6",
+                                           "--log", "--wavelength=a=b c", "--measure=0,0,1,0.5"}));
+    QCOMPARE(CompareOptions::contentArguments(first), first.m_lstLook + QStringList({"--load=S*", "--load=-x"}));
+    SCompareOptions second;
+    QCOMPARE(CompareOptions::takeLook(first.m_lstLook, second), QString());
+    QCOMPARE(second.m_lstLook, first.m_lstLook);
+    QCOMPARE(second.m_strUnit, QString("cells"));
+    QCOMPARE(second.m_objSize, QSize(1200, 800));
+    QCOMPARE(second.m_nRotate.value(), 7);
+    QCOMPARE(second.m_strColors, QString("Rainbow"));
+    QCOMPARE(second.m_objRange.value().m_fMax, 2.5e6);
+    QVERIFY(second.m_bLog);
+    QCOMPARE(second.m_strWavelength, QString("a=b c"));
+    QCOMPARE(second.m_objRegion.value(), first.m_objRegion.value());
+    SCompareOptions third;
+    QVERIFY(!CompareOptions::takeLook({"--size=300x200", "--view=x.png"}, third).isEmpty());
+    QVERIFY(!CompareOptions::takeLook({"--rotate=400", "--size=300x200"}, third).isEmpty());
+    QCOMPARE(third.m_objSize, QSize(1200, 800));
+}
+
+void tst_CompareOptions::studiesAreRead()
+{
+    SCompareOptions options;
+    QCOMPARE(CompareOptions::read({"ormcompare", "--study-per-folder", "r", "--out", "o", "--jobs", "3", "--log", "--quiet"}, options),
+             QString());
+    QCOMPARE(options.m_strRoot, QString("r"));
+    QCOMPARE(options.m_strOutFolder, QString("o"));
+    QCOMPARE(options.m_nJobs, 3);
+    QCOMPARE(CompareOptions::oneLine(QString("a\nb\r\x1b[31mc") + QChar(0x85) + QString::fromUtf8("ü")), QString::fromUtf8("a?b??[31mc?ü"));
+}
+
 void tst_CompareOptions::defaultsHold()
 {
     SCompareOptions options;
@@ -200,7 +254,7 @@ void tst_CompareOptions::reportHasEveryFigure()
     result.m_fTotal = 12.5;
     result.m_lstWavelengths = QStringList{"560", "580"};
     report.m_lstResults.append(result);
-    report.m_lstFailed.append({"NOVA", "S2", "Day 3", "Unable to read analysis data."});
+    report.m_lstFailed.append({"NOVA", "S2", "Day 3", "Unable to read analysis data.", {}});
     report.m_objRange = {0.5, 9.5, -1.0, -1.0};
     report.m_lstFrameMs = {3.0, 1.0, 2.0};
     const QJsonObject object = QJsonDocument::fromJson(CompareReport::json(report)).object();
@@ -239,12 +293,18 @@ void tst_CompareOptions::tableHasALineForEachResult()
     SLoadedResult second = first;
     second.m_fReducedChi2 = std::numeric_limits<double>::quiet_NaN();
     SCompareReport report;
+    first.m_objTime = {"Mouse 1", "2026-03-05T21:30:00", 3.5};
+    second.m_objTime = {"", "one day", std::numeric_limits<double>::quiet_NaN()};
     report.m_lstResults = {first, second};
+    report.m_lstFailed = {{"NOVA", "S2", "Day 3", "damaged", {"Mouse 1", "2026-03-06", 4.0}}};
+    report.m_lstEmpty = {{"SOLA", "S3", {"Mouse 1", "2026-03-02", 0.0}}};
     QCOMPARE(CompareReport::csv(report),
              QByteArray("kind,sequence,name,unit,total,selected_total,reduced_chi2,voxel_size_mm,final_voxel_size_mm,"
-                        "starting_voxel_size_mm,voxels\r\n"
-                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,0.98,0.25,1,4,7\r\n"
-                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,,0.25,1,4,7\r\n"));
+                        "starting_voxel_size_mm,voxels,subject,date,days\r\n"
+                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,0.98,0.25,1,4,7,Mouse 1,2026-03-05T21:30:00,3.5\r\n"
+                        "SOLA,S1,\"Day 0, 1 mm\",photons/sec,12.5,2.25,,0.25,1,4,7,,one day,\r\n"
+                        "NOVA,S2,Day 3,,,,,,,,,Mouse 1,2026-03-06,4\r\n"
+                        "SOLA,S3,,,,,,,,,,Mouse 1,2026-03-02,0\r\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_CompareOptions)
