@@ -1,97 +1,12 @@
 #include "PluginFolder.h"
+#include "RunningOrmelle.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
 #include <memory>
 
 namespace
 {
-constexpr int s_nPatience = 60000; ///< milliseconds; only a program that hangs takes so long
-
-/// An X server of a test's own, with or without GLX.
-class CDisplay
-{
-public:
-    explicit CDisplay(const QStringList& lstOptions)
-    {
-        m_objServer.start(QStringLiteral("Xvfb"), QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                                                              QStringLiteral("0"), QStringLiteral("1600x1200x24")} +
-                                                      lstOptions);
-        while (!m_objServer.canReadLine() && m_objServer.waitForReadyRead(s_nPatience))
-        {
-        }
-        m_strName = QLatin1Char(':') + QString::fromLatin1(m_objServer.readLine()).trimmed();
-    }
-    ~CDisplay()
-    {
-        m_objServer.terminate();
-        m_objServer.waitForFinished(s_nPatience);
-    }
-    QString name() const { return m_strName; }
-
-private:
-    QProcess m_objServer;
-    QString m_strName;
-};
-
-/// Ormelle as its user runs it, but with a Plugins folder of the test's and somebody who looks on.
-class CRunningOrmelle
-{
-public:
-    CRunningOrmelle(const QString& strProgram, const QString& strStudy, const QStringList& lstEnvironment)
-    {
-        QProcessEnvironment objEnvironment = QProcessEnvironment::systemEnvironment();
-        for (const char* pszName : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_XCB_GL_INTEGRATION"})
-        {
-            objEnvironment.remove(QLatin1String(pszName));
-        }
-        objEnvironment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(ORM_BINARY_DIR "/tests/onlooker"));
-        objEnvironment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("ormonlooker"));
-        for (const QString& strSetting : lstEnvironment)
-        {
-            objEnvironment.insert(strSetting.section(QLatin1Char('='), 0, 0), strSetting.section(QLatin1Char('='), 1));
-        }
-        m_objProcess.setProcessEnvironment(objEnvironment);
-        m_objProcess.start(strProgram,
-                           {QStringLiteral("--no-settings"), QStringLiteral("--tool"), QStringLiteral("Longitudinal Study"), strStudy});
-    }
-    ~CRunningOrmelle()
-    {
-        m_objProcess.kill();
-        m_objProcess.waitForFinished(s_nPatience);
-    }
-
-    /// What the onlooker answers; nothing if the program is gone or does not answer.
-    QJsonValue ask(const QStringList& lstWords)
-    {
-        m_objProcess.write(lstWords.join(QLatin1Char('\t')).toUtf8() + '\n');
-        while (!m_objProcess.canReadLine() && m_objProcess.waitForReadyRead(s_nPatience))
-        {
-        }
-        return QJsonDocument::fromJson(m_objProcess.readLine()).object().value(QStringLiteral("answer"));
-    }
-    QStringList rows(const QString& strList) { return ask({QStringLiteral("rows"), strList}).toVariant().toStringList(); }
-    QJsonObject look() { return ask({QStringLiteral("look")}).toObject(); }
-    QString log() { return ask({QStringLiteral("text"), QStringLiteral("logText")}).toString(); }
-    bool running() const { return m_objProcess.state() == QProcess::Running; }
-
-    /// Closes it as its user does; the exit code, -1 if it crashed or stayed.
-    int close()
-    {
-        ask({QStringLiteral("close")});
-        const bool bEnded = m_objProcess.waitForFinished(s_nPatience) && m_objProcess.exitStatus() == QProcess::NormalExit;
-        return bEnded ? m_objProcess.exitCode() : -1;
-    }
-    QString complaints() { return QString::fromLocal8Bit(m_objProcess.readAllStandardError()); }
-
-private:
-    QProcess m_objProcess;
-};
-
 QStringList linesWith(const QString& strText, const QString& strPart)
 {
     return strText.split(QLatin1Char('\n')).filter(strPart);
@@ -115,6 +30,11 @@ private slots:
 
 private:
     static QByteArray tool();
+    QStringList withTool() const
+    {
+        return {QStringLiteral("--no-settings"), QStringLiteral("--tool"), QStringLiteral("Longitudinal Study"),
+                m_objStudy.filePath(QStringLiteral("study"))};
+    }
     QString program() const { return m_pProgramFolder->filePath(QStringLiteral("ormelle")); }
 
     QTemporaryDir m_objStudy;
@@ -176,7 +96,7 @@ void TestStartModes::startsAndWorks()
         QVERIFY(pDisplay->name().size() > 1);
         environment.append(QStringLiteral("DISPLAY=") + pDisplay->name());
     }
-    CRunningOrmelle objProgram(program(), m_objStudy.filePath(QStringLiteral("study")), environment);
+    CRunningOrmelle objProgram(program(), withTool(), environment);
     const QString strSequences = QStringLiteral("m_pSequenceNameLW");
     const QString strResults = QStringLiteral("m_pResultWidget");
     QTRY_COMPARE_WITH_TIMEOUT(objProgram.rows(strSequences).size(), 2, s_nPatience);
@@ -215,7 +135,7 @@ void TestStartModes::startsAndWorks()
 void TestStartModes::noDisplayEndsTheProgram()
 {
     // Qt itself ends a program that has no display, and says so.
-    CRunningOrmelle objProgram(program(), m_objStudy.filePath(QStringLiteral("study")), {QStringLiteral("QT_QPA_PLATFORM=xcb")});
+    CRunningOrmelle objProgram(program(), withTool(), {QStringLiteral("QT_QPA_PLATFORM=xcb")});
     QCOMPARE(objProgram.ask({QStringLiteral("look")}), QJsonValue(QJsonValue::Undefined));
     QTRY_VERIFY_WITH_TIMEOUT(!objProgram.running(), s_nPatience);
     QVERIFY(objProgram.complaints().contains(QStringLiteral("no Qt platform plugin could be initialized")));
@@ -232,7 +152,7 @@ void TestStartModes::badPluginsLeaveTheTool()
         m_pPlugins->addBad(QStringLiteral("bad %1.so").arg(strKind), strKind, tool());
     }
     m_pPlugins->add(QStringLiteral("zz again.so"), tool());
-    CRunningOrmelle objProgram(program(), m_objStudy.filePath(QStringLiteral("study")), {QStringLiteral("DISPLAY=") + m_pWithGLX->name()});
+    CRunningOrmelle objProgram(program(), withTool(), {QStringLiteral("DISPLAY=") + m_pWithGLX->name()});
     QTRY_COMPARE_WITH_TIMEOUT(objProgram.rows(QStringLiteral("m_pSequenceNameLW")).size(), 2, s_nPatience);
     const QString strLog = objProgram.log();
     for (const QString& strKind : lstKinds)
@@ -251,7 +171,7 @@ void TestStartModes::badPluginsLeaveTheTool()
 void TestStartModes::untrustedPluginsFolderLeavesTheProgram()
 {
     CPluginFolder::setMode(m_pPlugins->path(), 0777);
-    CRunningOrmelle objProgram(program(), m_objStudy.filePath(QStringLiteral("study")), {QStringLiteral("DISPLAY=") + m_pWithGLX->name()});
+    CRunningOrmelle objProgram(program(), withTool(), {QStringLiteral("DISPLAY=") + m_pWithGLX->name()});
     QTRY_VERIFY_WITH_TIMEOUT(objProgram.log().contains(QStringLiteral("There is no tool named Longitudinal Study.")), s_nPatience);
     QCOMPARE(linesWith(objProgram.log(), QStringLiteral("Plugins was not loaded: others than its owner may write to it.")).size(), 1);
     QVERIFY(objProgram.look().isEmpty());

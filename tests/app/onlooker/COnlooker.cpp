@@ -1,17 +1,17 @@
 #include "COnlooker.h"
 
+#include "OnlookerEyes.h"
+#include "OnlookerHands.h"
+
 #include <QApplication>
 #include <QGenericPlugin>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QListWidget>
 #include <QOpenGLWidget>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QSet>
 #include <QSocketNotifier>
-#include <QTest>
 
 #include <cstdio>
 
@@ -19,27 +19,13 @@
 
 namespace
 {
-/// The widget of that name in any of the program's windows.
-template <class T>
-T* find(const QString& strName)
-{
-    const QWidgetList lstWidgets = QApplication::allWidgets();
-    for (QWidget* pWidget : lstWidgets)
-    {
-        T* pFound = pWidget->objectName() == strName ? qobject_cast<T*>(pWidget) : nullptr;
-        if (pFound)
-        {
-            return pFound;
-        }
-    }
-    return nullptr;
-}
+using OnlookerEyes::find;
 
 /// How many colours the display shows where the widget is; -1 where the display cannot be asked.
 int coloursOnScreen(const QWidget* pWidget)
 {
     const QWidget* pWindow = pWidget->window();
-    const QImage img = pWindow->screen()->grabWindow(pWindow->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage img = OnlookerEyes::screenOf(pWindow);
     if (img.isNull())
     {
         return -1;
@@ -54,38 +40,6 @@ int coloursOnScreen(const QWidget* pWidget)
         }
     }
     return setColours.size();
-}
-
-QJsonArray rowsOf(const QListWidget* pList)
-{
-    QJsonArray arrRows;
-    for (int nRow = 0; pList && nRow < pList->count(); ++nRow)
-    {
-        arrRows.append(pList->item(nRow)->text());
-    }
-    return arrRows;
-}
-
-bool press(QWidget* pWidget)
-{
-    const bool bReady = pWidget && pWidget->isVisible() && pWidget->isEnabled();
-    if (bReady)
-    {
-        QTest::mouseClick(pWidget, Qt::LeftButton);
-    }
-    return bReady;
-}
-
-bool pick(QListWidget* pList, const QString& strText)
-{
-    const QList<QListWidgetItem*> lstItems = pList ? pList->findItems(strText, Qt::MatchExactly) : QList<QListWidgetItem*>();
-    if (lstItems.isEmpty())
-    {
-        return false;
-    }
-    pList->scrollToItem(lstItems.first());
-    QTest::mouseClick(pList->viewport(), Qt::LeftButton, Qt::NoModifier, pList->visualItemRect(lstItems.first()).center());
-    return true;
 }
 } // namespace
 
@@ -122,18 +76,6 @@ QJsonValue COnlooker::answer(const QStringList& lstWords)
     {
         return look();
     }
-    if (strWhat == QLatin1String("rows"))
-    {
-        return rowsOf(find<QListWidget>(strName));
-    }
-    if (strWhat == QLatin1String("pick"))
-    {
-        return pick(find<QListWidget>(strName), lstWords.value(2));
-    }
-    if (strWhat == QLatin1String("press"))
-    {
-        return press(find<QWidget>(strName));
-    }
     if (strWhat == QLatin1String("text"))
     {
         const auto* pText = find<QPlainTextEdit>(strName);
@@ -145,7 +87,7 @@ QJsonValue COnlooker::answer(const QStringList& lstWords)
         QMetaObject::invokeMethod(qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
         return true;
     }
-    return QJsonValue();
+    return OnlookerHands::act(lstWords);
 }
 
 QJsonObject COnlooker::look() const
