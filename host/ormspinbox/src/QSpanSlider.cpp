@@ -1,20 +1,15 @@
 #include "QSpanSlider.h"
 
 #include "CSpanSliderAccessible.h"
+#include "OrmWheelNotches.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyleOptionSlider>
 #include <QStylePainter>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <cstdlib>
-
-namespace
-{
-constexpr int g_nNotch = 120; ///< eighths of a degree of one notch of a mouse wheel
-}
 
 QSpanSlider::QSpanSlider(QWidget* pParent) : QSpanSlider(Qt::Vertical, pParent) {}
 
@@ -261,18 +256,14 @@ void QSpanSlider::mouseReleaseEvent(QMouseEvent* pEvent)
 
 void QSpanSlider::wheelEvent(QWheelEvent* pEvent)
 {
-    const int nDelta = pEvent->angleDelta().y() != 0 ? pEvent->angleDelta().y() : pEvent->angleDelta().x();
-    if (nDelta == 0 || m_ePressed != PartNone)
+    const int nTurn = OrmWheelNotches::turnOf(*pEvent);
+    if (nTurn == 0 || m_ePressed != PartNone)
     {
         pEvent->ignore();
         return;
     }
     pEvent->accept();
-    if ((m_nWheelRest > 0) != (nDelta > 0)) // a change of direction starts afresh
-        m_nWheelRest = 0;
-    m_nWheelRest += nDelta;
-    const int nNotches = m_nWheelRest / g_nNotch;
-    m_nWheelRest %= g_nNotch;
+    const int nNotches = OrmWheelNotches::take(nTurn, m_nWheelRest);
     if (nNotches == 0)
         return;
     const bool bSpan = partAt(pEvent->position().toPoint()) == PartSpan;

@@ -1,10 +1,11 @@
 #include "QtThumbWheel.h"
 
+#include "OrmWheelNotches.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
-#include <QWheelEvent>
 #include <QtMath>
 
 #include <algorithm>
@@ -12,7 +13,6 @@
 
 namespace
 {
-constexpr int g_nNotch = 120;           ///< eighths of a degree of one notch of a mouse wheel
 constexpr int g_nStepsPerNotch = 3;     ///< single steps of one notch
 constexpr int g_nLength = 120;          ///< preferred length in pixels
 constexpr int g_nThickness = 20;        ///< preferred thickness in pixels
@@ -136,18 +136,14 @@ void QtThumbWheel::mouseReleaseEvent(QMouseEvent* pEvent)
 
 void QtThumbWheel::wheelEvent(QWheelEvent* pEvent)
 {
-    const int nDelta = pEvent->angleDelta().y() != 0 ? pEvent->angleDelta().y() : pEvent->angleDelta().x();
-    if (nDelta == 0 || m_bPressed)
+    const int nTurn = OrmWheelNotches::turnOf(*pEvent);
+    if (nTurn == 0 || m_bPressed)
     {
         pEvent->ignore();
         return;
     }
     pEvent->accept();
-    if ((m_nWheelRest > 0) != (nDelta > 0)) // a change of direction starts afresh
-        m_nWheelRest = 0;
-    m_nWheelRest += nDelta;
-    const int nNotches = m_nWheelRest / g_nNotch;
-    m_nWheelRest %= g_nNotch;
+    const int nNotches = OrmWheelNotches::take(nTurn, m_nWheelRest);
     const bool bPage = pEvent->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
     const qint64 nStep = bPage ? pageStep() : qint64(singleStep()) * g_nStepsPerNotch;
     setValue(stepped(value() + nNotches * nStep * (invertedControls() ? -1 : 1)));
