@@ -1,3 +1,4 @@
+#include "CFileSizeLimit.h"
 #include "COrmLog.h"
 #include "COrmLogFile.h"
 #include "COrmLogPanel.h"
@@ -12,13 +13,11 @@
 #include <QLoggingCategory>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QTextBlock>
 #include <QTemporaryDir>
+#include <QTextBlock>
 #include <QToolButton>
 
-#include <csignal>
 #include <memory>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -319,16 +318,11 @@ void TestHostLog::fileSurvivesAFullDisk()
     QCOMPARE(objLog.open(strFile), QString());
     ORM_LOG(1, QStringLiteral("fits"));
     const QByteArray baBefore = contents(strFile);
-    rlimit sBefore = {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &sBefore), 0);
-    const auto pfnBefore = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit sSmall = sBefore;
-    sSmall.rlim_cur = rlim_t(baBefore.size());
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &sSmall), 0);
-    for (int nEntry = 0; nEntry < 3; ++nEntry)
-        ORM_LOG(1, QStringLiteral("does not fit"));
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &sBefore), 0);
-    std::signal(SIGXFSZ, pfnBefore);
+    {
+        const CFileSizeLimit objLimit(baBefore.size());
+        for (int nEntry = 0; nEntry < 3; ++nEntry)
+            ORM_LOG(1, QStringLiteral("does not fit"));
+    }
     getLogObject()->removeSink(nSink);
     QCOMPARE(lstTold.size(), 1);
     QVERIFY2(lstTold.first().startsWith(QStringLiteral("The log file %1 misses lines: ").arg(strFile)), qPrintable(lstTold.first()));

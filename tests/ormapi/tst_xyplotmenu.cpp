@@ -1,3 +1,4 @@
+#include "CFileSizeLimit.h"
 #include "CShownPlot.h"
 
 #include "COrmErrorHandler.h"
@@ -9,9 +10,6 @@
 #include <QLocale>
 #include <QTemporaryDir>
 #include <QTimer>
-
-#include <csignal>
-#include <sys/resource.h>
 
 using PlotTest::add;
 using PlotTest::CShownPlot;
@@ -213,17 +211,11 @@ private slots:
         QFile objOld(strPath);
         QVERIFY(objOld.open(QIODevice::WriteOnly) && objOld.write("old") == 3);
         objOld.close();
-        // Files may not grow beyond this while the numbers are written.
-        rlimit sBefore{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &sBefore), 0);
-        const rlimit sSmall{1000, sBefore.rlim_max};
-        signal(SIGXFSZ, SIG_IGN);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &sSmall), 0);
         QString strReason;
-        const bool bSaved = objPlot.saveNumbers(strPath, strReason);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &sBefore), 0);
-        signal(SIGXFSZ, SIG_DFL);
-        QVERIFY(!bSaved);
+        {
+            const CFileSizeLimit objLimit(1000);
+            QVERIFY(!objPlot.saveNumbers(strPath, strReason));
+        }
         QVERIFY(!strReason.isEmpty());
         QVERIFY(objOld.open(QIODevice::ReadOnly));
         QCOMPARE(objOld.readAll(), QByteArray("old"));

@@ -1,23 +1,16 @@
 #pragma once
 
-#include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QTemporaryDir>
 #include <QtTest>
 
-#include <cerrno>
-#include <csignal>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
-#include <sys/resource.h>
-#include <sys/syscall.h>
 #include <tiffio.h>
-#include <unistd.h>
 
-/// What the tests of the picture files share: pictures, a look into a TIFF file, and disks that fail.
+/// What the tests of the picture files share: pictures, and a look into a TIFF file.
 namespace ImageExporterTools
 {
 /// A picture in which every pixel differs from its neighbours in all colours; opaque.
@@ -129,82 +122,4 @@ inline STiffFile readTiff(const QString& strFile)
     return objFile;
 }
 
-/// A folder for exports that may hold an older file.
-class CFolder
-{
-public:
-    QString path(const QString& strName) const { return m_objFolder.filePath(strName); }
-    void put(const QString& strName, const QByteArray& aContent) const
-    {
-        QFile objFile(path(strName));
-        if (!objFile.open(QIODevice::WriteOnly) || objFile.write(aContent) != aContent.size())
-        {
-            qFatal("Cannot write %s", qPrintable(objFile.fileName()));
-        }
-    }
-    QByteArray get(const QString& strName) const
-    {
-        QFile objFile(path(strName));
-        return objFile.open(QIODevice::ReadOnly) ? objFile.readAll() : QByteArrayLiteral("(no file)");
-    }
-    /// Everything in it, hidden or not.
-    QStringList entries() const
-    {
-        return QDir(m_objFolder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-    }
-
-private:
-    QTemporaryDir m_objFolder;
-};
-
-/// As long as it lives, no file of this process may grow beyond so many bytes.
-class CFileSizeLimit
-{
-public:
-    explicit CFileSizeLimit(qint64 nBytes)
-    {
-        m_fnSignal = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_objBefore);
-        rlimit objLimit = m_objBefore;
-        objLimit.rlim_cur = rlim_t(nBytes);
-        setrlimit(RLIMIT_FSIZE, &objLimit);
-    }
-    ~CFileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_objBefore);
-        std::signal(SIGXFSZ, m_fnSignal);
-    }
-    CFileSizeLimit(const CFileSizeLimit&) = delete;
-    CFileSizeLimit& operator=(const CFileSizeLimit&) = delete;
-
-private:
-    rlimit m_objBefore{};
-    void (*m_fnSignal)(int) = nullptr;
-};
-
-/// As long as it lives, the process has the rights of a user who owns nothing: tests that run as root would be allowed everything.
-class CPlainUser
-{
-public:
-    CPlainUser()
-    {
-        if (m_nUser == 0 && setresuid(s_nNobody, s_nNobody, 0) != 0)
-        {
-            qFatal("Cannot give up the rights of root");
-        }
-    }
-    ~CPlainUser()
-    {
-        if (m_nUser == 0 && setresuid(0, 0, 0) != 0)
-        {
-            qFatal("Cannot take back the rights of root");
-        }
-    }
-    CPlainUser(const CPlainUser&) = delete;
-    CPlainUser& operator=(const CPlainUser&) = delete;
-
-private:
-    static constexpr uid_t s_nNobody = 65534;
-    uid_t m_nUser = getuid();
-};
 } // namespace ImageExporterTools

@@ -1,3 +1,6 @@
+#include "../support/CFileSizeLimit.h"
+#include "../support/CPlainUser.h"
+#include "../support/CTestFolder.h"
 #include "COrmImageExporter.h"
 #include "COrmLog.h"
 #include "COrmMessageBox.h"
@@ -9,7 +12,11 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <cerrno>
+
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace ImageExporterTools;
 
@@ -122,7 +129,7 @@ void TestImageExporter::losslessFormatsKeepEveryPixel()
 {
     QFETCH(QString, strName);
     QFETCH(QSize, objSize);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     const QImage img = noise(objSize.width(), objSize.height());
     QCOMPARE(OrmImageFile::write(img, objFolder.path(strName)), QString());
     const bool bTiff = strName.contains(QStringLiteral(".tif"), Qt::CaseInsensitive);
@@ -133,7 +140,7 @@ void TestImageExporter::losslessFormatsKeepEveryPixel()
 
 void TestImageExporter::jpegStaysClose()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     const QImage img = gradient(200, 150);
     QCOMPARE(OrmImageFile::write(img, objFolder.path("view.jpg")), QString());
     QVERIFY(objFolder.get("view.jpg").startsWith("\xff\xd8\xff"));
@@ -142,7 +149,7 @@ void TestImageExporter::jpegStaysClose()
 
 void TestImageExporter::namesOfTheSameFormatGiveTheSameFile()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     const QImage img = gradient(64, 48);
     for (const char* pName : {"a.jpg", "a.jpeg", "a.JPG", "a.tif", "a.tiff"})
     {
@@ -155,7 +162,7 @@ void TestImageExporter::namesOfTheSameFormatGiveTheSameFile()
 
 void TestImageExporter::tiffIsCompressedAndHasAResolution()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QImage img = gradient(640, 480);
     img.setDotsPerMeterX(11811); // 300 dots per inch
     img.setDotsPerMeterY(5906);  // 150
@@ -183,7 +190,7 @@ void TestImageExporter::resolutionIsKept()
 {
     QFETCH(QString, strName);
     QFETCH(int, nTolerance);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QImage img = noise(16, 16);
     img.setDotsPerMeterX(7874); // 200 dots per inch
     img.setDotsPerMeterY(7874);
@@ -211,7 +218,7 @@ void TestImageExporter::epsIsOnePageOfThePrintedSize()
 {
     QFETCH(int, nDotsPerMeter);
     QFETCH(QByteArray, aBox);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QImage img = noise(200, 100);
     img.setDotsPerMeterX(nDotsPerMeter);
     img.setDotsPerMeterY(nDotsPerMeter);
@@ -228,7 +235,7 @@ void TestImageExporter::epsIsDrawnPixelByPixel()
 {
     const QString strGhostscript = QStandardPaths::findExecutable(QStringLiteral("gs"));
     QVERIFY2(!strGhostscript.isEmpty(), "Ghostscript is not installed");
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     const QImage img = noise(160, 120);
     QCOMPARE(OrmImageFile::write(img, objFolder.path("view.eps")), QString());
     QProcess objProcess;
@@ -256,7 +263,7 @@ void TestImageExporter::transparencyBecomesPaper()
 {
     QFETCH(QString, strName);
     QFETCH(int, nFormat);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QImage img(4, 1, QImage::Format_ARGB32);
     img.setPixel(0, 0, qRgba(10, 20, 30, 255));
     img.setPixel(1, 0, qRgba(255, 0, 0, 128));
@@ -286,7 +293,7 @@ void TestImageExporter::everyTypeOfPictureIsWritten_data()
 void TestImageExporter::everyTypeOfPictureIsWritten()
 {
     QFETCH(int, nFormat);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QImage img = gradient(21, 9).convertToFormat(QImage::Format(nFormat));
     if (nFormat == QImage::Format_Alpha8)
     {
@@ -309,7 +316,7 @@ void TestImageExporter::extensionsNameAllFormats()
 
 void TestImageExporter::anOldFileIsReplaced()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     for (const QString& strExtension : OrmImageFile::extensions())
     {
         const QString strName = "view." + strExtension;
@@ -325,7 +332,7 @@ void TestImageExporter::anOldFileIsReplaced()
 
 void TestImageExporter::aLinkStaysALink()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     objFolder.put("real.png", "old");
     QVERIFY(QFile::link(objFolder.path("real.png"), objFolder.path("link.png")));
     QCOMPARE(OrmImageFile::write(noise(8, 8), objFolder.path("link.png")), QString());
@@ -349,7 +356,7 @@ void TestImageExporter::unusualNamesAreWritten_data()
 void TestImageExporter::unusualNamesAreWritten()
 {
     QFETCH(QString, strName);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QCOMPARE(OrmImageFile::write(noise(8, 8), objFolder.path(strName)), QString());
     QCOMPARE(objFolder.entries(), QStringList{strName});
     QCOMPARE(difference(QImage(objFolder.path(strName)), noise(8, 8)), 0);
@@ -401,7 +408,7 @@ void TestImageExporter::refusalsSayWhyAndLeaveAllAsItWas()
     QFETCH(QImage, img);
     QFETCH(QString, strName);
     QFETCH(QString, strReason);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     for (const char* pName : {"old", "old.png", "old.jpg", "old.eps", "old.emf", "old.wmf", "old.gif", "old.png.", "old.tif "})
     {
         objFolder.put(pName, QByteArray("old ") + pName);
@@ -420,14 +427,14 @@ void TestImageExporter::refusalsSayWhyAndLeaveAllAsItWas()
 
 void TestImageExporter::protectedPlacesAreRefused()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     objFolder.put("old.png", "old");
     QVERIFY(QFile::setPermissions(objFolder.path("old.png"), QFile::ReadOwner | QFile::ReadOther));
     QCOMPARE(::chmod(QFile::encodeName(objFolder.path(".")).constData(), 0555), 0);
     QString strOld;
     QString strNew;
     {
-        const CPlainUser objUser;
+        const CPlainUser objUser(CPlainUser::Acts);
         strOld = OrmImageFile::write(noise(8, 8), objFolder.path("old.png"));
         strNew = OrmImageFile::write(noise(8, 8), objFolder.path("new.png"));
     }
@@ -450,7 +457,7 @@ void TestImageExporter::aDiskThatFillsUpLeavesTheOldFile_data()
 void TestImageExporter::aDiskThatFillsUpLeavesTheOldFile()
 {
     QFETCH(QString, strExtension);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     const QString strName = "view." + strExtension;
     const QImage img = noise(120, 90);
     QCOMPARE(OrmImageFile::write(img, objFolder.path(strName)), QString());
@@ -507,7 +514,7 @@ void TestImageExporter::aFailingCallLeavesTheOldFile()
     QFETCH(int, nError);
     QFETCH(bool, bPartly);
     QFETCH(QString, strReason);
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     for (const QString& strExtension : OrmImageFile::extensions())
     {
         objFolder.put("view." + strExtension, "old");
@@ -527,7 +534,7 @@ void TestImageExporter::aFailingCallLeavesTheOldFile()
 
 void TestImageExporter::theExporterTellsTheUserOnce()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     QList<SMessageRequest> lstBoxes;
     QStringList lstLog;
     COrmMessageBox::setResponder(
@@ -556,7 +563,7 @@ void TestImageExporter::theExporterTellsTheUserOnce()
 
 void TestImageExporter::theExporterIsSilentWhenItWrites()
 {
-    const CFolder objFolder;
+    const CTestFolder objFolder;
     int nBoxes = 0;
     COrmMessageBox::setResponder([&](const SMessageRequest&) { return ++nBoxes; });
     QImage img = noise(8, 8);

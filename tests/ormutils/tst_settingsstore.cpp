@@ -1,3 +1,4 @@
+#include "../support/CFileSizeLimit.h"
 #include "COrmLog.h"
 #include "COrmPreference.h"
 #include "CSettingsStore.h"
@@ -10,7 +11,6 @@
 
 #include <csignal>
 #include <memory>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -181,17 +181,12 @@ void TestSettingsStore::fullDiskKeepsTheOldFileAndTheChange()
     CSettingsStore objStore(m_strFile);
     objStore.setValue(QStringLiteral("a"), QStringLiteral("x"), 1);
     const QByteArray baBefore = contents(m_strFile);
-    rlimit sBefore = {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &sBefore), 0);
-    const auto pfnBefore = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit sSmall = sBefore;
-    sSmall.rlim_cur = 20;
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &sSmall), 0);
     CLogRecorder objLog;
-    objStore.setValue(QStringLiteral("a"), QStringLiteral("x"), 2);
-    objStore.setValue(QStringLiteral("a"), QStringLiteral("y"), 3);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &sBefore), 0);
-    std::signal(SIGXFSZ, pfnBefore);
+    {
+        const CFileSizeLimit objLimit(20);
+        objStore.setValue(QStringLiteral("a"), QStringLiteral("x"), 2);
+        objStore.setValue(QStringLiteral("a"), QStringLiteral("y"), 3);
+    }
     QCOMPARE(contents(m_strFile), baBefore);
     QCOMPARE(objLog.m_lstMessages.size(), 1); // the same trouble is told once
     QVERIFY2(objLog.m_lstMessages.first().startsWith(

@@ -1,9 +1,9 @@
+#include "CPlainUser.h"
 #include "ExportTestTools.h"
 
 #include "COrmUtilityFns.h"
 #include "OrmTestMain.h"
 
-using ExportTest::CAskedAsPlainUser;
 using ExportTest::CExport;
 
 namespace
@@ -392,7 +392,7 @@ void tst_export::writeProtectedFileIsRefused()
     QVERIFY(QFile::setPermissions(objExport.path("old.png"), QFile::ReadOwner | QFile::ReadOther));
     QVERIFY(QFile::setPermissions(objExport.folder(), QFile::Permissions(0x7055)));
     {
-        const CAskedAsPlainUser objUser;
+        const CPlainUser objUser(CPlainUser::Asks);
         objExport.exportBy({{"png", objExport.path("old")}});
     }
     QCOMPARE(objExport.calls(), (QStringList{"dialog", "error 64: "}));
