@@ -2,20 +2,15 @@
 
 // A study whose voxels have chosen values, the window that shows it, and readers of what voxels and bars look like.
 
+#include "CColorControls.h"
 #include "CStudyWriter.h"
-#include "CToolWindow.h"
 
 #include "COrmPalette.h"
 #include "OrmColorTables.h"
-#include "QDoubleSpinBoxEx.h"
-#include "QSpanSlider.h"
 #include "ResultUnits.h"
 
 #include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLineEdit>
 
 #include <cmath>
 #include <functional>
@@ -121,10 +116,10 @@ inline std::vector<float> ramp(float fMin, float fMax)
 }
 
 /// The window before a study with the sequences S1 and S2 of SOLA and N1 of NOVA.
-class CColorTool
+class CColorTool : public CColorControls
 {
 public:
-    CColorTool()
+    CColorTool() : CColorControls(m_objTool)
     {
         m_objWriter.addSequence(QStringLiteral("S1"));
         m_objWriter.addSequence(QStringLiteral("S2"));
@@ -176,15 +171,7 @@ public:
         return view().getPrintImage();
     }
 
-    CToolWindow& tool() { return m_objTool; }
-    CLongitudinalStudyBrowserView& view() { return m_objTool.view(); }
     QList<sAnalysisBase>& records() { return view().getAnalysisParams(); }
-    QDoubleSpinBoxEx* minimum() { return m_objTool.get<QDoubleSpinBoxEx>("m_pColorBarMinSpinbox"); }
-    QDoubleSpinBoxEx* maximum() { return m_objTool.get<QDoubleSpinBoxEx>("m_pColorBarMaxSpinbox"); }
-    QSpanSlider* slider() { return m_objTool.get<QSpanSlider>("m_pColorBarMinMaxSlider"); }
-    QSpanSlider* tableSlider() { return m_objTool.get<QSpanSlider>("m_pSourceColorTableSlider"); }
-    QComboBox* table() { return m_objTool.get<QComboBox>("m_pColorTableCB"); }
-    QCheckBox* check(const char* pName) { return m_objTool.get<QCheckBox>(pName); }
     void setCheck(const char* pName, bool bOn)
     {
         if (check(pName)->isChecked() != bOn)
@@ -194,25 +181,11 @@ public:
     }
 
     /// Types a number as a whole.
-    static void type(QDoubleSpinBox* pBox, double fNumber)
-    {
-        auto* pEdit = pBox->findChild<QLineEdit*>();
-        pEdit->selectAll();
-        pEdit->insert(QString::number(fNumber, 'g', 10));
-        QTest::keyClick(pBox, Qt::Key_Return);
-    }
+    static void type(QDoubleSpinBox* pBox, double fNumber) { CColorControls::type(pBox, QString::number(fNumber, 'g', 10)); }
     void typeRange(double fMin, double fMax)
     {
         type(maximum(), fMax);
         type(minimum(), fMin);
-    }
-
-    /// The current range: SOLA minimum and maximum, NOVA minimum and maximum.
-    QList<float> currentRange()
-    {
-        float f[4] = {};
-        view().getMinMax(&f[0], &f[1], &f[2], &f[3]);
-        return {f[0], f[1], f[2], f[3]};
     }
 
     /// The pixel of a voxel of a tile, from the top left of the view as it stands unturned.

@@ -5,7 +5,6 @@
 #include <QToolButton>
 
 using ColorScaleTest::CPanel;
-using ColorScaleTest::type;
 using WindowTest::call;
 using WindowTest::paint;
 using WindowTest::SViewNumbers;
@@ -130,7 +129,7 @@ void tst_colorscale::panelOfTheOtherKindIsOff()
 void tst_colorscale::resetOfARangeByALoad()
 {
     CPanel objPanel;
-    type(objPanel.minimum(), QStringLiteral("50"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("50"));
     objPanel.settle(false);
     QCOMPARE(objPanel.minimum()->value(), 50.0);
     objPanel.settle(true);
@@ -141,7 +140,7 @@ void tst_colorscale::resetOfARangeByALoad()
 void tst_colorscale::typedMinimum()
 {
     CPanel objPanel;
-    type(objPanel.minimum(), QStringLiteral("100"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("100"));
     QCOMPARE(objPanel.handles(), QList<int>({50, 100}));
     QVERIFY(SViewNumbers::usesCustomRange(objPanel.view()));
     QVERIFY(SViewNumbers::paletteModified(objPanel.view()));
@@ -152,12 +151,12 @@ void tst_colorscale::typedMinimum()
 void tst_colorscale::typedMinimumBelowTheRange()
 {
     CPanel objPanel(true, true, 100.0f, 200.0f);
-    type(objPanel.minimum(), QStringLiteral("0"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("0"));
     QCOMPARE(objPanel.currentRange(), QList<float>({0.0f, 200.0f, 2.0f, 12.0f}));
     QCOMPARE(objPanel.handles(), QList<int>({0, 100}));
     QCOMPARE(SViewNumbers::customRange(objPanel.view()).first(), 0.0f);
     // Negative numbers stop at 0.
-    type(objPanel.minimum(), QStringLiteral("40"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("40"));
     objPanel.minimum()->setValue(-3.0);
     QCOMPARE(objPanel.minimum()->value(), 0.0);
 }
@@ -165,7 +164,7 @@ void tst_colorscale::typedMinimumBelowTheRange()
 void tst_colorscale::typedMaximum()
 {
     CPanel objPanel;
-    type(objPanel.maximum(), QStringLiteral("150"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("150"));
     QCOMPARE(objPanel.handles(), QList<int>({0, 75}));
     QVERIFY(SViewNumbers::usesCustomRange(objPanel.view()));
     QVERIFY(SViewNumbers::paletteModified(objPanel.view()));
@@ -176,9 +175,9 @@ void tst_colorscale::typedMaximum()
 void tst_colorscale::typedMaximumAboveTheRange()
 {
     CPanel objPanel;
-    type(objPanel.minimum(), QStringLiteral("50"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("50"));
     QCOMPARE(objPanel.handles(), QList<int>({25, 100}));
-    type(objPanel.maximum(), QStringLiteral("400"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("400"));
     QCOMPARE(objPanel.currentRange(), QList<float>({0.0f, 400.0f, 2.0f, 12.0f}));
     QCOMPARE(objPanel.handles(), QList<int>({25, 100}));
     // The next look finds all positions on the wider range.
@@ -190,10 +189,10 @@ void tst_colorscale::typedMaximumAboveTheRange()
 void tst_colorscale::typedMaximumSetsTheStep()
 {
     CPanel objPanel;
-    type(objPanel.maximum(), QStringLiteral("150"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("150"));
     QCOMPARE(objPanel.maximum()->singleStep(), 3.0);
     QCOMPARE(objPanel.minimum()->singleStep(), static_cast<double>(0.2f));
-    type(objPanel.maximum(), QStringLiteral("40"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("40"));
     QCOMPARE(objPanel.maximum()->singleStep(), 1.0);
     // Stepping is typing.
     objPanel.maximum()->stepBy(1);
@@ -204,7 +203,7 @@ void tst_colorscale::typedMaximumSetsTheStep()
 void tst_colorscale::typingPassesThroughItsDigits()
 {
     CPanel objPanel;
-    type(objPanel.minimum(), QStringLiteral("50"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("50"));
     objPanel.maximum()->setFocus();
     objPanel.maximum()->selectAll();
     QTest::keyClicks(objPanel.maximum(), QStringLiteral("16"));
@@ -221,8 +220,8 @@ void tst_colorscale::typingPassesThroughItsDigits()
 void tst_colorscale::typedEndsMayCross()
 {
     CPanel objPanel;
-    type(objPanel.maximum(), QStringLiteral("60"));
-    type(objPanel.minimum(), QStringLiteral("120"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("60"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("120"));
     QCOMPARE(SViewNumbers::customRange(objPanel.view()), QList<float>({120.0f, 60.0f, -1.0f, -1.0f}));
     QCOMPARE(objPanel.minimum()->value(), 120.0);
     QCOMPARE(objPanel.maximum()->value(), 60.0);
@@ -238,14 +237,14 @@ void tst_colorscale::typedNumbersOfTheOtherKind()
     objPanel.chooseKind(1);
     objPanel.settle(true);
     QCOMPARE(objPanel.minimum()->value(), 2.0);
-    type(objPanel.minimum(), QStringLiteral("7"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("7"));
     QCOMPARE(objPanel.handles(), QList<int>({50, 100}));
-    type(objPanel.maximum(), QStringLiteral("9.5"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("9.5"));
     QCOMPARE(objPanel.handles(), QList<int>({50, 75}));
     QCOMPARE(SViewNumbers::customRange(objPanel.view()), QList<float>({0.0f, 200.0f, 7.0f, 9.5f}));
-    type(objPanel.minimum(), QStringLiteral("1"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("1"));
     QCOMPARE(objPanel.currentRange(), QList<float>({0.0f, 200.0f, 1.0f, 12.0f}));
-    type(objPanel.maximum(), QStringLiteral("24"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("24"));
     QCOMPARE(objPanel.currentRange(), QList<float>({0.0f, 200.0f, 1.0f, 24.0f}));
 }
 
@@ -261,8 +260,8 @@ void tst_colorscale::upperHandle()
     QVERIFY(SViewNumbers::paletteModified(objPanel.view()));
     QCOMPARE(objPanel.currentRange(), QList<float>({0.0f, 200.0f, 2.0f, 12.0f}));
     // And back: what the handle gave, typed, is where the handle stands.
-    type(objPanel.maximum(), QStringLiteral("60"));
-    type(objPanel.maximum(), QStringLiteral("100"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("60"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("100"));
     QCOMPARE(objPanel.slider()->upperValue(), 50);
 }
 
@@ -317,8 +316,8 @@ void tst_colorscale::handlesByKeyboard()
 void tst_colorscale::userRangeReachesTheVolumes()
 {
     CPanel objPanel;
-    type(objPanel.minimum(), QStringLiteral("10"));
-    type(objPanel.maximum(), QStringLiteral("90"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("10"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("90"));
     paint(objPanel.tool());
     QCOMPARE(objPanel.volume(0).m_objPalette.imageMin(), 10.0);
     QCOMPARE(objPanel.volume(0).m_objPalette.imageMax(), 90.0);
@@ -329,8 +328,8 @@ void tst_colorscale::userRangeReachesTheVolumes()
 void tst_colorscale::resetButton()
 {
     CPanel objPanel(true, true, 20.0f, 200.0f);
-    type(objPanel.maximum(), QStringLiteral("400"));
-    type(objPanel.minimum(), QStringLiteral("10"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("400"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("10"));
     paint(objPanel.tool());
     QCOMPARE(objPanel.currentRange(), QList<float>({10.0f, 400.0f, 2.0f, 12.0f}));
     TestWidgets::click(objPanel.tool().get<QToolButton>("m_pResetColorBarMaxMinButton"));
@@ -374,12 +373,12 @@ void tst_colorscale::kindsKeepTheirRanges()
     objPanel.chooseKind(1);
     objPanel.settle(true);
     objPanel.chooseKind(0);
-    type(objPanel.minimum(), QStringLiteral("50"));
-    type(objPanel.maximum(), QStringLiteral("150"));
+    CPanel::type(objPanel.minimum(), QStringLiteral("50"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("150"));
     objPanel.chooseKind(1);
     QCOMPARE(objPanel.minimum()->value(), 2.0);
     QCOMPARE(objPanel.maximum()->value(), 12.0);
-    type(objPanel.maximum(), QStringLiteral("11"));
+    CPanel::type(objPanel.maximum(), QStringLiteral("11"));
     objPanel.chooseKind(0);
     QCOMPARE(objPanel.minimum()->value(), 50.0);
     QCOMPARE(objPanel.maximum()->value(), 150.0);
