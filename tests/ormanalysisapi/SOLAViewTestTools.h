@@ -2,6 +2,7 @@
 
 // A view that paints what a test asks for, readers of its pictures, and a record of OpenGL's state.
 
+#include "../support/OrmTestMain.h"
 #include "COrmPreference.h"
 #include "CSOLAView.h"
 #include "Singleton.h"
@@ -263,16 +264,5 @@ inline void setHostileState(GLuint nTexture)
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);
     glDepthMask(GL_FALSE);
-}
-
-/// Runs a test object with an application that has the format of the views and preferences of its own.
-template <class Test>
-int run(int argc, char** argv)
-{
-    CSOLAView::setDefaultFormat();
-    QApplication app(argc, argv);
-    COrmPreference::setStore(QString());
-    Test objTest;
-    return QTest::qExec(&objTest, argc, argv);
 }
 } // namespace SOLAViewTest

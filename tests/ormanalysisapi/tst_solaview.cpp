@@ -324,8 +324,5 @@ void tst_solaview::errorsOfAFrameAreTakenOff()
     QVERIFY(lstErrors.first().contains(QStringLiteral("0x0500")));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_solaview>(argc, argv);
-}
+ORM_TEST_MAIN(tst_solaview)
 #include "tst_solaview.moc"

@@ -172,8 +172,5 @@ void tst_solaview_rehearsal::picturesOfTheLock()
     view.m_fnPaint = nullptr;
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_solaview_rehearsal>(argc, argv);
-}
+ORM_TEST_MAIN(tst_solaview_rehearsal)
 #include "tst_solaview_rehearsal.moc"

@@ -366,8 +366,5 @@ void tst_solaview_text::manyTextsAndANewContext()
     QCOMPARE(fnTexts(0, 280), imgFew);
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_solaview_text>(argc, argv);
-}
+ORM_TEST_MAIN(tst_solaview_text)
 #include "tst_solaview_text.moc"

@@ -11,6 +11,10 @@
 
 namespace ViewTest
 {
+const Qt::KeyboardModifiers eNone = Qt::NoModifier;
+const Qt::KeyboardModifiers eControl = Qt::ControlModifier;
+const Qt::KeyboardModifiers eShift = Qt::ShiftModifier;
+
 /// A pointer over a view. Places are window pixels with the origin at the bottom left.
 class CPointer
 {
@@ -146,6 +150,14 @@ inline bool isAbout(const QVector<float>& vecSeen, const QVector<float>& vecExpe
         }
     }
     return true;
+}
+
+/// Whether the rectangles of all results are equal but for rounding.
+inline bool allAreAbout(CRecordingView& view, const QVector<float>& vecExpected)
+{
+    const QList<sAnalysisBase>& lstResults = view.getAnalysisParams();
+    return std::all_of(lstResults.begin(), lstResults.end(),
+                       [&](const sAnalysisBase& objResult) { return isAbout(rectangleOf(objResult), vecExpected); });
 }
 
 /// The centre of a voxel in a tile turned by angles about x, y and z: x and y in window pixels, z in millimetres before the middle.

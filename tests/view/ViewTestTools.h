@@ -8,6 +8,7 @@
 #include "COrmPreference.h"
 #include "CSOLAView.h"
 #include "LongitudinalStudyBrowserView.h"
+#include "OrmTestMain.h"
 #include "Singleton.h"
 #include "TileGrid.h"
 
@@ -110,6 +111,15 @@ struct SResultRecipe
     float fMax = 10.0f;
     int nVoxelEdge = 4;
 };
+
+/// A result of a kind whose surface has this size.
+inline SResultRecipe box(double fX, double fY, double fZ, int nKind = 0)
+{
+    SResultRecipe objRecipe;
+    objRecipe.nKind = nKind;
+    objRecipe.objSize = Coord3d(fX, fY, fZ);
+    return objRecipe;
+}
 
 inline sAnalysisBase result(const QString& strName, const SResultRecipe& objRecipe = SResultRecipe())
 {
@@ -317,16 +327,5 @@ int countOf(const QImage& img, const QRect& rectPart, Test fnTest)
 inline QRgb pixelAt(const QImage& img, int nX, int nY)
 {
     return img.pixel(nX, img.height() - 1 - nY);
-}
-
-/// Runs a test object with an application that has the format of the views, preferences of its own and no user's settings.
-template <class Test>
-int run(int argc, char** argv)
-{
-    CSOLAView::setDefaultFormat();
-    QApplication app(argc, argv);
-    COrmPreference::setStore(QString());
-    Test objTest;
-    return QTest::qExec(&objTest, argc, argv);
 }
 } // namespace ViewTest

@@ -523,8 +523,5 @@ void tst_view_colorbars::smallWindowsKeepTheTexts()
                                                                      QStringLiteral("SOLA Results at 5,8 in 210,30 110x25 box 110x30")}));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_colorbars>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_colorbars)
 #include "tst_view_colorbars.moc"

@@ -2,17 +2,6 @@
 
 using namespace ViewTest;
 
-namespace
-{
-SResultRecipe box(double fX, double fY, double fZ, int nKind = 0)
-{
-    SResultRecipe objRecipe;
-    objRecipe.nKind = nKind;
-    objRecipe.objSize = Coord3d(fX, fY, fZ);
-    return objRecipe;
-}
-} // namespace
-
 /// Which density map a surface shows, and the switches of the layers.
 class tst_view_display : public QObject
 {
@@ -211,8 +200,5 @@ void tst_view_display::displaySlotsStoreAndRepaint()
     QVERIFY(!view.m_bShowPhotonDensity);
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_display>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_display)
 #include "tst_view_display.moc"

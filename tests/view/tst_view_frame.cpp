@@ -580,8 +580,5 @@ void tst_view_frame::printImageIsWhatTheScreenShows()
     QTRY_COMPARE(view.m_nPaints, nPaints + 2); // the update that was asked for
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_frame>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_frame)
 #include "tst_view_frame.moc"

@@ -12,9 +12,6 @@ Q_DECLARE_METATYPE(Qt::KeyboardModifiers)
 
 namespace
 {
-const Qt::KeyboardModifiers eNone = Qt::NoModifier;
-const Qt::KeyboardModifiers eControl = Qt::ControlModifier;
-const Qt::KeyboardModifiers eShift = Qt::ShiftModifier;
 const Qt::KeyboardModifiers eAlt = Qt::AltModifier;
 
 const QVector<float> vecNone = {0.0f, 0.0f, 0.0f, 0.0f};
@@ -271,15 +268,9 @@ void tst_view_measuring::aDragDrawsInAllTiles()
     pointer.moveTo(ptFrom + QPoint(7, -9));
     pointer.moveTo(ptTo);
     const QVector<float> vecExpected = drawnRectangle(view, 1, ptFrom, ptTo);
-    for (const sAnalysisBase& objResult : view.getAnalysisParams())
-    {
-        QVERIFY(isAbout(rectangleOf(objResult), vecExpected));
-    }
+    QVERIFY(allAreAbout(view, vecExpected));
     pointer.release();
-    for (const sAnalysisBase& objResult : view.getAnalysisParams())
-    {
-        QVERIFY(isAbout(rectangleOf(objResult), topFirst(vecExpected)));
-    }
+    QVERIFY(allAreAbout(view, topFirst(vecExpected)));
     QCOMPARE(view.m_nActiveResult, 1);
     view.makeCurrent();
     QCOMPARE(int(glGetError()), int(GL_NO_ERROR));
@@ -498,8 +489,5 @@ void tst_view_measuring::theWidgetsOwnEvents()
     QVERIFY(isAbout(rectangleOf(view.getAnalysisParams()[0]), topFirst(drawnRectangle(view, 1, ptFrom, ptTo))));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_measuring>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_measuring)
 #include "tst_view_measuring.moc"

@@ -4,13 +4,6 @@
 
 using namespace ViewTest;
 
-namespace
-{
-const Qt::KeyboardModifiers eNone = Qt::NoModifier;
-const Qt::KeyboardModifiers eControl = Qt::ControlModifier;
-const Qt::KeyboardModifiers eShift = Qt::ShiftModifier;
-} // namespace
-
 /// The corners of the measuring rectangle under the pointer, and what becomes of the rectangle when the tool or its results go.
 class tst_view_measuring_handles : public QObject
 {
@@ -67,10 +60,7 @@ void tst_view_measuring_handles::handles()
     pointer.moveTo(ptTo);
     QTEST(int(view.cursor().shape()), "nShape"); // it stays while the drag lasts
     const QVector<float> vecExpected = drawnRectangle(view, 1, ptMiddle + ptStays, ptTo);
-    for (const sAnalysisBase& objResult : view.getAnalysisParams())
-    {
-        QVERIFY(isAbout(rectangleOf(objResult), vecExpected));
-    }
+    QVERIFY(allAreAbout(view, vecExpected));
     pointer.release();
     QVERIFY(isAbout(rectangleOf(view.getAnalysisParams()[2]), topFirst(vecExpected)));
     // The corner can be drawn over the one that stays.
@@ -304,8 +294,5 @@ void tst_view_measuring_handles::aPressAfterARemovalTakesTheLastTile()
     pointer.release();
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_measuring_handles>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_measuring_handles)
 #include "tst_view_measuring_handles.moc"

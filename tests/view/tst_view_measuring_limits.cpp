@@ -235,8 +235,5 @@ void tst_view_measuring_limits::thePassLeavesNothingBehind()
     QCOMPARE(int(glGetError()), int(GL_NO_ERROR));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_measuring_limits>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_measuring_limits)
 #include "tst_view_measuring_limits.moc"

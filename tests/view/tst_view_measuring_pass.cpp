@@ -325,8 +325,5 @@ void tst_view_measuring_pass::aReleaseMakesOnePassForEachResult()
              (QStringList{QStringLiteral("buffer 864"), QStringLiteral("buffer 2916"), QStringLiteral("buffer 1372")}));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_measuring_pass>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_measuring_pass)
 #include "tst_view_measuring_pass.moc"

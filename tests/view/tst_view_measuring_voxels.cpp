@@ -326,8 +326,5 @@ void tst_view_measuring_voxels::selectionsAreReplaced()
     QVERIFY(selectedVoxels(view, 1).isEmpty());
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_measuring_voxels>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_measuring_voxels)
 #include "tst_view_measuring_voxels.moc"

@@ -534,8 +534,5 @@ void tst_view_picking::hitRecords()
     QVERIFY(!(objFar < objNear));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_picking>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_picking)
 #include "tst_view_picking.moc"

@@ -6,14 +6,6 @@ using namespace ViewTest;
 
 namespace
 {
-SResultRecipe box(double fX, double fY, double fZ, int nKind = 0)
-{
-    SResultRecipe objRecipe;
-    objRecipe.nKind = nKind;
-    objRecipe.objSize = Coord3d(fX, fY, fZ);
-    return objRecipe;
-}
-
 QStringList namesOf(CRecordingView& view)
 {
     QStringList lstNames;
@@ -526,8 +518,5 @@ void tst_view_rendering::kindsAreThoseOfTheLastFrame()
     QVERIFY(!view.containsSOLAResults());
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_rendering>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_rendering)
 #include "tst_view_rendering.moc"

@@ -208,8 +208,5 @@ void tst_view_selection_random::selectsTheCentresUnderTheRectangle()
     QVERIFY2(objTally.nUnsure * 200 < objTally.nVoxels, qPrintable(QString::number(objTally.nUnsure)));
 }
 
-int main(int argc, char** argv)
-{
-    return run<tst_view_selection_random>(argc, argv);
-}
+ORM_TEST_MAIN(tst_view_selection_random)
 #include "tst_view_selection_random.moc"
