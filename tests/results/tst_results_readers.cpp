@@ -342,12 +342,7 @@ bool readInto(TRecord& objRecord, int& nCount, QStringList& lstNames, const SRes
 
 void tst_results_readers::transientRecordsMirrorTheDocument_data()
 {
-    QTest::addColumn<int>("nKind");
-    QTest::addColumn<QString>("strVersion");
-    QTest::newRow("SOLA 1.0") << 0 << "1.0";
-    QTest::newRow("SOLA 2.0") << 0 << "2.0";
-    QTest::newRow("NOVA 1.0") << 1 << "1.0";
-    QTest::newRow("NOVA 2.0") << 1 << "2.0";
+    soundDocumentsLoadInTheStatedOrder_data();
 }
 
 void tst_results_readers::transientRecordsMirrorTheDocument()

@@ -6,6 +6,9 @@
 
 #include "TestWidgets.h"
 
+#include <QFile>
+#include <QRegularExpression>
+
 namespace FormTest
 {
 /// All members of the form's class in the order of their declaration and creation; a spacer has no name.
@@ -30,6 +33,25 @@ inline QStringList objectNames()
 {
     QStringList lstNames = memberNames();
     lstNames.removeAll(QStringLiteral("spacer"));
+    return lstNames;
+}
+
+/// What the class that was made of the form names in lines of that pattern, spacers without their names.
+inline QStringList namesInGeneratedClass(const QString& strPattern)
+{
+    QFile objFile(QStringLiteral(ORM_BINARY_DIR "/Source/Plug-ins/OrmLongitudinalStudyBrowser/ui_LongitudinalStudyBrowserDlg.h"));
+    if (!objFile.open(QIODevice::ReadOnly))
+    {
+        TestWidgets::fail(QStringLiteral("Cannot read %1").arg(objFile.fileName()));
+    }
+    const QString strText = QString::fromUtf8(objFile.readAll());
+    const QRegularExpression objPattern(strPattern, QRegularExpression::MultilineOption);
+    QStringList lstNames;
+    for (QRegularExpressionMatchIterator it = objPattern.globalMatch(strText); it.hasNext();)
+    {
+        const QString strName = it.next().captured(1);
+        lstNames.append(strName.contains(QLatin1String("Spacer")) ? QStringLiteral("spacer") : strName);
+    }
     return lstNames;
 }
 

@@ -26,6 +26,18 @@ inline bool isFree(CToolWindow& objTool, const char* pUnitBox)
     return objTool.get<QGroupBox>(pUnitBox)->isEnabled();
 }
 
+/// Adds sequences of SOLA, each with a result "R".
+inline void addSequences(CStudyWriter& objStudy, const QStringList& lstIDs)
+{
+    for (const QString& strID : lstIDs)
+    {
+        objStudy.addSequence(strID);
+        SResultDocument objDocument;
+        objDocument.strSequenceID = strID;
+        objStudy.addResult(strID, QStringLiteral("R"), objDocument);
+    }
+}
+
 /// Chooses a sequence and loads results of it.
 inline void load(CToolWindow& objTool, const QString& strEntry, const QStringList& lstNames)
 {

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+using RemovingTest::addSequences;
 using RemovingTest::g_pntElsewhere;
 using RemovingTest::g_pntHome;
 using RemovingTest::isFree;
@@ -172,13 +173,7 @@ void tst_clearing::keysLeftByAllResultsStillCount()
 {
     // The view is empty, but the window's own list of what it loaded is not: it neither goes home nor comes back once it has hidden.
     CStudyWriter objStudy;
-    for (const QString& strID : {QStringLiteral("A"), QStringLiteral("B")})
-    {
-        objStudy.addSequence(strID);
-        SResultDocument objDocument;
-        objDocument.strSequenceID = strID;
-        objStudy.addResult(strID, QStringLiteral("R"), objDocument);
-    }
+    addSequences(objStudy, {QStringLiteral("A"), QStringLiteral("B")});
     CToolWindow objTool;
     objTool.open(objStudy.folder());
     load(objTool, QStringLiteral("SOLA A"), {QStringLiteral("R")});

@@ -2,29 +2,11 @@
 
 #include "OrmTestMain.h"
 
+using FormTest::namesInGeneratedClass;
 using FormTest::SForm;
 
 namespace
 {
-/// What the class that was made of the form names in lines of that pattern, spacers without their names.
-QStringList namesInGeneratedClass(const QString& strPattern)
-{
-    QFile objFile(QStringLiteral(ORM_BINARY_DIR "/Source/Plug-ins/OrmLongitudinalStudyBrowser/ui_LongitudinalStudyBrowserDlg.h"));
-    if (!objFile.open(QIODevice::ReadOnly))
-    {
-        TestWidgets::fail(QStringLiteral("Cannot read %1").arg(objFile.fileName()));
-    }
-    const QString strText = QString::fromUtf8(objFile.readAll());
-    const QRegularExpression objPattern(strPattern, QRegularExpression::MultilineOption);
-    QStringList lstNames;
-    for (QRegularExpressionMatchIterator it = objPattern.globalMatch(strText); it.hasNext();)
-    {
-        const QString strName = it.next().captured(1);
-        lstNames.append(strName.contains(QLatin1String("Spacer")) ? QStringLiteral("spacer") : strName);
-    }
-    return lstNames;
-}
-
 /// Finds the layout that holds the child, and the child's place in it.
 QLayout* layoutOf(const QObject* pRoot, const QObject* pChild, int& nPlace)
 {

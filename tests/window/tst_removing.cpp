@@ -6,6 +6,7 @@
 
 #include <QToolButton>
 
+using RemovingTest::addSequences;
 using RemovingTest::g_pntElsewhere;
 using RemovingTest::g_pntHome;
 using RemovingTest::isFree;
@@ -255,13 +256,7 @@ void tst_removing::resultThatWasReadButRefused()
 void tst_removing::idWithinAnotherTakesItsTilesToo()
 {
     CStudyWriter objStudy;
-    for (const QString& strID : {QStringLiteral("M1"), QStringLiteral("M10"), QStringLiteral("xM1x"), QStringLiteral("m1")})
-    {
-        objStudy.addSequence(strID);
-        SResultDocument objDocument;
-        objDocument.strSequenceID = strID;
-        objStudy.addResult(strID, QStringLiteral("R"), objDocument);
-    }
+    addSequences(objStudy, {QStringLiteral("M1"), QStringLiteral("M10"), QStringLiteral("xM1x"), QStringLiteral("m1")});
     CToolWindow objTool;
     objTool.open(objStudy.folder());
     for (const QString& strID : {QStringLiteral("M10"), QStringLiteral("m1"), QStringLiteral("M1"), QStringLiteral("xM1x")})
@@ -292,13 +287,7 @@ void tst_removing::pointerFindsNothingWhereOnlyKeysAreLeft()
 {
     // The view has lost its tiles while the key of one is still known, and the pointer has been over the last of them.
     CStudyWriter objStudy;
-    for (const QString& strID : {QStringLiteral("M1"), QStringLiteral("M10")})
-    {
-        objStudy.addSequence(strID);
-        SResultDocument objDocument;
-        objDocument.strSequenceID = strID;
-        objStudy.addResult(strID, QStringLiteral("R"), objDocument);
-    }
+    addSequences(objStudy, {QStringLiteral("M1"), QStringLiteral("M10")});
     CToolWindow objTool;
     objTool.open(objStudy.folder());
     load(objTool, QStringLiteral("SOLA M1"), {QStringLiteral("R")});
