@@ -6,7 +6,11 @@
 #include "OrmVersion.h"
 
 #include <QIcon>
+#include <QtPlugin>
 #include <clocale>
+
+// Makes the pictures of tools' forms crisp and readable in every theme.
+Q_IMPORT_PLUGIN(CInkIconPlugin)
 
 void COrmApplication::prepare()
 {

@@ -14,6 +14,7 @@ class COrmLogPanel;
 class COrmPluginManager;
 class COrmSequenceCollection;
 class COrmSequenceView;
+class COrmSystemMenus;
 class COrmTool;
 class QAction;
 class QMenu;
@@ -67,6 +68,7 @@ private:
     void placeTools();
     bool placeTool(COrmTool& objTool, bool bAnywhere);
 
+    COrmSystemMenus* m_pSystemMenus = nullptr;
     QMenu* m_pRecentMenu = nullptr;
     QMenu* m_pToolsMenu = nullptr;
     QMenu* m_pWindowMenu = nullptr;

@@ -6,6 +6,7 @@
 #include "COrmSequenceCollection.h"
 #include "COrmSequenceList.h"
 #include "COrmSequenceView.h"
+#include "COrmSystemMenus.h"
 #include "COrmTool.h"
 #include "OrmGlyphs.h"
 #include "OrmTexts.h"
@@ -55,6 +56,7 @@ void COrmMainWindow::makeMenus()
     m_pToolBar = addToolBar(QStringLiteral("Tools"));
     m_pToolBar->setObjectName(QStringLiteral("toolBar"));
     m_pToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_pSystemMenus = new COrmSystemMenus(this, m_objSettings);
     makeFileMenu();
     makeEditMenu();
     m_pViewMenu = menuBar()->addMenu(QStringLiteral("&View"));
@@ -67,8 +69,10 @@ void COrmMainWindow::makeMenus()
     m_pViewMenu->addAction(m_pToolBar->toggleViewAction());
     m_pToolBar->toggleViewAction()->setText(QStringLiteral("&Tool Bar"));
     m_pToolBar->toggleViewAction()->setStatusTip(QStringLiteral("Show or hide the buttons under the menus"));
+    m_pSystemMenus->addThemes(m_pViewMenu);
     makeToolsMenu();
     makeWindowAndHelpMenus();
+    m_pSystemMenus->giveIcons();
 
     m_pSequenceMenu = new QMenu(this);
     m_pSequenceMenu->addAction(m_pCompareAction);
@@ -84,7 +88,6 @@ void COrmMainWindow::makeFileMenu()
     QAction* pOpen =
         addTo(pFile, QStringLiteral("&Open Study..."), QStringLiteral("Open every sequence below a folder"), "actionOpenStudy");
     pOpen->setShortcut(QKeySequence::Open);
-    pOpen->setIcon(QIcon(QStringLiteral(":/Resource/fileopen_enabled.xpm")));
     connect(pOpen, &QAction::triggered, this, &COrmMainWindow::chooseStudy);
 
     m_pRecentMenu = pFile->addMenu(QStringLiteral("Open &Recent"));
@@ -112,7 +115,7 @@ void COrmMainWindow::makeFileMenu()
 
     m_pCloseAction =
         addTo(pFile, QStringLiteral("&Close Sequence"), QStringLiteral("Close the selected sequences; no file is changed"), "actionClose");
-    m_pCloseAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    m_pCloseAction->setShortcut(COrmSystemMenus::keys(QKeySequence::Close, QKeySequence(Qt::CTRL | Qt::Key_W)));
     connect(m_pCloseAction, &QAction::triggered, this, &COrmMainWindow::closeSelected);
     m_pCloseAllAction =
         addTo(pFile, QStringLiteral("Close &All Sequences"), QStringLiteral("Close all sequences; no file is changed"), "actionCloseAll");
@@ -120,7 +123,7 @@ void COrmMainWindow::makeFileMenu()
     pFile->addSeparator();
 
     QAction* pQuit = addTo(pFile, QStringLiteral("&Quit"), QStringLiteral("Close all windows and end the program"), "actionQuit");
-    pQuit->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
+    pQuit->setShortcut(COrmSystemMenus::keys(QKeySequence::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q)));
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
 
     m_pToolBar->addAction(pOpen);
@@ -134,14 +137,16 @@ void COrmMainWindow::makeEditMenu()
         addTo(pEdit, QStringLiteral("&Copy"), QStringLiteral("Copy what the active window shows or has selected"), "actionCopy");
     pCopy->setShortcut(QKeySequence::Copy);
     pCopy->setShortcutContext(Qt::ApplicationShortcut); // the windows of tools are windows of their own
-    pCopy->setIcon(QIcon(QStringLiteral(":/Resource/filecopy_enabled.xpm")));
     connect(pCopy, &QAction::triggered, this, &COrmMainWindow::copy);
     QAction* pSelectAll =
         addTo(pEdit, QStringLiteral("Select &All"), QStringLiteral("Select all sequences of the list"), "actionSelectAll");
+    pSelectAll->setShortcut(QKeySequence::SelectAll);
     connect(pSelectAll, &QAction::triggered, m_pView->list(), &COrmSequenceList::selectAll);
     QAction* pFind = addTo(pEdit, tr("&Find Sequence"), tr("Type words to show only the sequences that have them"), "actionFind");
     pFind->setShortcut(QKeySequence::Find);
     connect(pFind, &QAction::triggered, m_pView->list(), &COrmSequenceList::find);
+    pEdit->addSeparator();
+    m_pSystemMenus->addPreferences(pEdit);
 }
 
 void COrmMainWindow::makeToolsMenu()
@@ -208,6 +213,8 @@ void COrmMainWindow::makeWindowAndHelpMenus()
     fillWindowMenu();
 
     QMenu* pHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    m_pSystemMenus->addShortcuts(pHelp);
+    pHelp->addSeparator();
     QAction* pAbout = addTo(pHelp, QStringLiteral("&About"), QStringLiteral("Version and loaded tools"), "actionAbout");
     connect(pAbout, &QAction::triggered, this, &COrmMainWindow::showAbout);
 }
