@@ -91,41 +91,59 @@ private:
     int m_nSink;
 };
 
-/// The origin along an axis from which steps of the pitch give the very coordinates of all voxels, rounded to single precision: the lattice
-/// knows it only as well as one of them. Where there is none, that of the lattice.
-double originOf(const OrmArray<float>& vecPlaces, const CVoxelLattice& lattice, int nAxis, double fPitch)
+/// The coordinates of voxels along an axis as steps of a grid.
+class CGridSteps
 {
-    double fLowest = -std::numeric_limits<double>::infinity();
-    double fHighest = -fLowest;
-    const float fInfinity = std::numeric_limits<float>::infinity();
-    for (const float fPlace : vecPlaces)
+public:
+    CGridSteps(const QVector<C3DVolume::Voxel>& vecVoxels, float C3DVolume::Voxel::*pPlace, double fOrigin, double fPitch)
+        : m_vecVoxels(vecVoxels), m_pPlace(pPlace), m_fOrigin(fOrigin), m_fPitch(fPitch)
     {
-        const auto fExact = static_cast<double>(fPlace);
-        const double fOffset = std::round((fExact - lattice.origin(nAxis)) / fPitch) * fPitch;
-        fLowest = std::max(fLowest, (fExact + static_cast<double>(std::nextafter(fPlace, -fInfinity))) / 2.0 - fOffset);
-        fHighest = std::min(fHighest, (fExact + static_cast<double>(std::nextafter(fPlace, fInfinity))) / 2.0 - fOffset);
     }
-    if (!(fLowest < fHighest))
-    {
-        return lattice.origin(nAxis);
-    }
-    // The shortest decimal between the bounds is most likely the one that was meant.
-    const double fMiddle = (fLowest + fHighest) / 2.0;
-    for (double fScale = 1.0; fScale < 1e12; fScale *= 10.0)
-    {
-        const double fRounded = std::round(fMiddle * fScale) / fScale;
-        if (fRounded > fLowest && fRounded < fHighest)
-        {
-            return fRounded;
-        }
-    }
-    return fMiddle;
-}
 
-/// A number as it is told: what is not divided has single precision.
-QString numberText(double fValue, bool bSingle)
+    /// The origin from which the steps give the very coordinates, rounded to single precision: a lattice knows it only as well as one of
+    /// them. Of several the shortest decimal, which is most likely the one that was meant; where there is none, that of the lattice.
+    double origin() const
+    {
+        double fLowest = -std::numeric_limits<double>::infinity();
+        double fHighest = -fLowest;
+        const float fInfinity = std::numeric_limits<float>::infinity();
+        for (const C3DVolume::Voxel& voxel : m_vecVoxels)
+        {
+            const float fPlace = voxel.*m_pPlace;
+            const auto fExact = static_cast<double>(fPlace);
+            fLowest = std::max(fLowest, (fExact + static_cast<double>(std::nextafter(fPlace, -fInfinity))) / 2.0 - offset(fExact));
+            fHighest = std::min(fHighest, (fExact + static_cast<double>(std::nextafter(fPlace, fInfinity))) / 2.0 - offset(fExact));
+        }
+        const double fMiddle = (fLowest + fHighest) / 2.0;
+        for (double fScale = 1.0; fScale < 1e12; fScale *= 10.0)
+        {
+            const double fRounded = std::round(fMiddle * fScale) / fScale;
+            if (fRounded >= fLowest && fRounded <= fHighest && isRightWith(fRounded))
+            {
+                return fRounded;
+            }
+        }
+        return isRightWith(fMiddle) ? fMiddle : m_fOrigin;
+    }
+
+private:
+    double offset(double fPlace) const { return std::round((fPlace - m_fOrigin) / m_fPitch) * m_fPitch; }
+    bool isRightWith(double fOrigin) const
+    {
+        return std::all_of(m_vecVoxels.begin(), m_vecVoxels.end(),
+                           [&](const C3DVolume::Voxel& voxel)
+                           { return static_cast<float>(fOrigin + offset(static_cast<double>(voxel.*m_pPlace))) == voxel.*m_pPlace; });
+    }
+
+    const QVector<C3DVolume::Voxel>& m_vecVoxels;
+    float C3DVolume::Voxel::*m_pPlace;
+    double m_fOrigin; ///< about that of the grid
+    double m_fPitch;
+};
+
+QString placeText(float fPlace)
 {
-    return QString::fromLatin1(bSingle ? OpenText::number(static_cast<float>(fValue)) : OpenText::number(fValue));
+    return QString::fromLatin1(OpenText::number(fPlace));
 }
 
 void takeVolume(const C3DVolume& volume, SStoredResult& result)
@@ -140,22 +158,21 @@ void takeVolume(const C3DVolume& volume, SStoredResult& result)
     grid.m_strName = result.m_strUnit;
     grid.m_bSingle = result.m_fDivisor == 1.0;
     grid.m_fPitch = OpenText::decimalOf(volume.getVoxelSize());
-    for (int nAxis = 0; nAxis < 3; ++nAxis)
+    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
     {
-        grid.m_anSize[static_cast<std::size_t>(nAxis)] = lattice.cells(nAxis);
-        grid.m_afOrigin[static_cast<std::size_t>(nAxis)] =
-            originOf(volume.coordinates(static_cast<std::size_t>(nAxis)), lattice, nAxis, grid.m_fPitch);
+        constexpr std::array<float C3DVolume::Voxel::*, 3> kPlaces = {&C3DVolume::Voxel::x, &C3DVolume::Voxel::y, &C3DVolume::Voxel::z};
+        grid.m_anSize[nAxis] = lattice.cells(static_cast<int>(nAxis));
+        grid.m_afOrigin[nAxis] =
+            CGridSteps(volume.voxels(), kPlaces[nAxis], lattice.origin(static_cast<int>(nAxis)), grid.m_fPitch).origin();
     }
     grid.m_vecValues.assign(static_cast<std::size_t>(lattice.cellCount()), 0.0);
-    for (std::size_t n = 0; n < volume.values().size(); ++n)
+    for (const C3DVolume::Voxel& voxel : volume.voxels())
     {
-        const float fX = volume.coordinates(0)[n];
-        const float fY = volume.coordinates(1)[n];
-        const float fZ = volume.coordinates(2)[n];
-        const double fValue = static_cast<double>(volume.values()[n]) / result.m_fDivisor;
-        grid.m_vecValues[lattice.cellOf(fX, fY, fZ)] = fValue;
-        result.m_baVoxels += OrmCsv::line({numberText(static_cast<double>(fX), true), numberText(static_cast<double>(fY), true),
-                                           numberText(static_cast<double>(fZ), true), numberText(fValue, grid.m_bSingle)});
+        const double fValue = static_cast<double>(voxel.fValue) / result.m_fDivisor;
+        grid.m_vecValues[lattice.cellOf(voxel.x, voxel.y, voxel.z)] = fValue;
+        result.m_baVoxels +=
+            OrmCsv::line({placeText(voxel.x), placeText(voxel.y), placeText(voxel.z),
+                          QString::fromLatin1(grid.m_bSingle ? OpenText::number(voxel.fValue) : OpenText::number(fValue))});
     }
 }
 

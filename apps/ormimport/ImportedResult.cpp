@@ -63,7 +63,7 @@ bool findMap(const SOpenSurface& surface, const QString& strEntry, int& nMap, QS
     strName = strEntry;
     if (nMap < 0 && strEntry.contains(QLatin1Char('=')))
     {
-        nMap = indexOfMap(surface, strEntry.section(QLatin1Char('='), 0, -2));
+        nMap = indexOfMap(surface, strEntry.section(QLatin1Char('='), 0, -2).trimmed());
         strName = strEntry.section(QLatin1Char('='), -1).trimmed();
     }
     return nMap >= 0 && !strName.isEmpty();

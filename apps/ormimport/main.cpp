@@ -95,7 +95,7 @@ void tellResult(const SImportOptions& options, const SSavedResult& result, const
                             QStringLiteral("Source: %1 voxels of %2 mm, %3 %4 in all")
                                 .arg(result.m_vecVoxels.size())
                                 .arg(result.m_strVoxelSize)
-                                .arg(fStored / options.m_fDivisor, 0, 'g', 9)
+                                .arg(fStored / options.m_fDivisor, 0, 'g', 7)
                                 .arg(options.m_strUnit)};
     if (options.m_fDivisor != 1.0)
     {
