@@ -34,6 +34,8 @@ namespace
 {
 constexpr int s_nProblemsTold = 5;    ///< problems that a box names one by one
 constexpr int s_nProblemLength = 300; ///< characters of each
+constexpr int s_nHintMargin = 30;     ///< pixels around the text of the status bar
+constexpr int s_nLeastRoom = 80;      ///< pixels below which no folder is named there
 
 /// The tool to which a sequence is handed from the list.
 const QString s_strCompareTool = QStringLiteral("Longitudinal Study");
@@ -168,11 +170,15 @@ void COrmMainWindow::searchStarted()
 
 void COrmMainWindow::searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder)
 {
-    const QString strText = tr("%1, %2 so far, in %3")
-                                .arg(OrmTexts::counted(nSequences, tr("sequence"), tr("sequences")),
-                                     OrmTexts::counted(nFolders, tr("folder"), tr("folders")), strFolder);
-    m_pView->welcome()->showWork(tr("Looking for sequences..."), strText);
-    showHint(tr("Looking for sequences: %1").arg(strText));
+    const QString strText =
+        tr("%1, %2 so far")
+            .arg(OrmTexts::counted(nSequences, tr("sequence"), tr("sequences")), OrmTexts::counted(nFolders, tr("folder"), tr("folders")));
+    m_pView->welcome()->showWork(tr("Looking for sequences..."), tr("%1, in %2").arg(strText, strFolder));
+    // The folder takes what room the progress bar leaves in the status bar.
+    const QString strHint = tr("Looking for sequences: %1").arg(strText);
+    const int nRoom = m_pProgressBar->x() - fontMetrics().horizontalAdvance(tr("%1, in %2").arg(strHint, QString())) - s_nHintMargin;
+    const QString strShort = COrmPlainText::elided(strFolder, fontMetrics(), nRoom);
+    showHint(nRoom > s_nLeastRoom ? tr("%1, in %2").arg(strHint, strShort) : strHint);
 }
 
 void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary)

@@ -7,6 +7,7 @@
 COrmPictureWidget::COrmPictureWidget(QWidget* pParent) : QWidget(pParent)
 {
     setMinimumSize(160, 120);
+    setBackgroundRole(QPalette::Base);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
@@ -25,16 +26,22 @@ void COrmPictureWidget::setText(const QString& strText)
 
 QSize COrmPictureWidget::sizeHint() const
 {
-    return {480, 480};
+    return m_szPreferred;
+}
+
+void COrmPictureWidget::setPreferredSize(const QSize& szPreferred)
+{
+    m_szPreferred = szPreferred;
+    updateGeometry();
 }
 
 void COrmPictureWidget::paintEvent(QPaintEvent* /*pEvent*/)
 {
     QPainter objPainter(this);
-    objPainter.fillRect(rect(), palette().color(QPalette::Base));
+    objPainter.fillRect(rect(), palette().color(backgroundRole()));
     if (m_imgPicture.isNull())
     {
-        objPainter.setPen(palette().color(QPalette::Text));
+        objPainter.setPen(palette().color(foregroundRole()));
         const int nMargin = fontMetrics().height();
         objPainter.drawText(rect().adjusted(nMargin, nMargin, -nMargin, -nMargin), Qt::AlignCenter | Qt::TextWordWrap,
                             COrmPlainText::visible(COrmPlainText::shortened(m_strText, 600)));

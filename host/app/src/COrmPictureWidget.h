@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <QString>
 #include <QWidget>
 
@@ -18,6 +19,8 @@ public:
     QString text() const { return m_strText; }
     QImage picture() const { return m_imgPicture; }
 
+    /// The size that the widget asks for; at first 480 x 480.
+    void setPreferredSize(const QSize& szPreferred);
     QSize sizeHint() const override;
 
 protected:
@@ -26,4 +29,5 @@ protected:
 private:
     QImage m_imgPicture;
     QString m_strText;
+    QSize m_szPreferred{480, 480};
 };

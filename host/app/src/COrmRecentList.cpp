@@ -5,15 +5,13 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
 namespace
 {
 constexpr int s_nFolderRole = Qt::UserRole;
-constexpr int s_nRowsWanted = 10; ///< rows shown where there is room
-constexpr int s_nFewestRows = 2;
+constexpr int s_nFewestRows = 2; ///< rows shown where there is little room
 
 QString nameOf(const QString& strFolder)
 {
@@ -47,7 +45,7 @@ public:
         const int nIcon = nLine * 3 / 2;
         const QRect rcText = rc.adjusted(nIcon + nLine / 2, 0, 0, 0);
         const QPalette::ColorGroup eGroup = (objOption.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-        OrmGlyphs::icon(OrmGlyphs::eRecent)
+        OrmGlyphs::icon(OrmGlyphs::eStudy)
             .paint(pPainter, QRect(rc.left(), rc.center().y() - nIcon / 2, nIcon, nIcon), Qt::AlignCenter,
                    bSelected ? QIcon::Selected : QIcon::Normal);
         QColor clrText = objOption.palette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text);
@@ -75,7 +73,7 @@ COrmRecentList::COrmRecentList(QWidget* pParent) : QListWidget(pParent)
     setCursor(Qt::PointingHandCursor);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setWhatsThis(tr("Folders that were opened before. A click opens one again."));
     const auto fnChoose = [this](const QListWidgetItem* pItem) { emit chosen(pItem->data(s_nFolderRole).toString()); };
     connect(this, &QListWidget::itemActivated, this, fnChoose);
@@ -94,6 +92,7 @@ void COrmRecentList::setFolders(const QStringList& lstFolders)
         pItem->setData(Qt::AccessibleTextRole, COrmPlainText::visible(nameOf(strFolder) + QStringLiteral(", ") + strFolder));
         pItem->setToolTip(COrmPlainText::toolTip(strFolder));
     }
+    setMaximumHeight(heightFor(qMax(1, count()))); // no empty rows where there is room for all
     updateGeometry();
 }
 
@@ -105,10 +104,10 @@ int COrmRecentList::heightFor(int nRows) const
 
 QSize COrmRecentList::sizeHint() const
 {
-    return {20 * fontMetrics().height(), heightFor(qBound(1, count(), s_nRowsWanted))};
+    return {20 * fontMetrics().height(), heightFor(qBound(1, count(), s_nFewestRows))};
 }
 
 QSize COrmRecentList::minimumSizeHint() const
 {
-    return {10 * fontMetrics().height(), heightFor(qBound(1, count(), s_nFewestRows))};
+    return sizeHint();
 }

@@ -6,6 +6,7 @@
 #include "COrmSequenceModel.h"
 #include "COrmSequenceSortModel.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -34,6 +35,8 @@ COrmSequenceList::COrmSequenceList(COrmSequenceModel* pModel, QWidget* pParent)
     m_pCount = new QLabel(this);
     m_pCount->setObjectName(QStringLiteral("sequenceCount"));
     m_pCount->setTextFormat(Qt::PlainText);
+    m_pCount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_pCount->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%1 sequences").arg(8888))); // does not jump while they are counted
     m_pPages = new QStackedWidget(this);
     m_pPages->addWidget(makeTable());
     m_pPages->addWidget(makeNothing());
@@ -47,12 +50,13 @@ COrmSequenceList::COrmSequenceList(COrmSequenceModel* pModel, QWidget* pParent)
     pLayout->addWidget(m_pPages);
 
     connect(m_pFilter, &QLineEdit::textChanged, m_pSorted, &COrmSequenceSortModel::setFilterText);
-    connect(m_pFilter, &QLineEdit::textChanged, this, &COrmSequenceList::updateCount);
+    connect(m_pFilter, &QLineEdit::textChanged, this, &COrmSequenceList::filterChanged);
     connect(m_pFilter, &COrmFilterEdit::leaveRequested, this, &COrmSequenceList::focusTable);
     for (const auto fnSignal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_pSorted, fnSignal, this, &COrmSequenceList::updateCount);
     connect(pModel, &QAbstractItemModel::rowsInserted, this, &COrmSequenceList::updateCount);
     connect(pModel, &QAbstractItemModel::rowsRemoved, this, &COrmSequenceList::updateCount);
+    fitColumns();
     updateCount();
 }
 
@@ -62,6 +66,7 @@ QWidget* COrmSequenceList::makeTable()
     m_pTree->setObjectName(QStringLiteral("sequenceList"));
     m_pTree->setAccessibleName(tr("Open sequences"));
     m_pTree->setModel(m_pSorted);
+    m_pTree->viewport()->installEventFilter(this);
     m_pTree->setItemDelegate(new COrmPlainTextDelegate(m_pTree));
     m_pTree->setRootIsDecorated(false);
     m_pTree->setUniformRowHeights(true);
@@ -71,11 +76,7 @@ QWidget* COrmSequenceList::makeTable()
     m_pTree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_pTree->setSortingEnabled(true);
     m_pTree->sortByColumn(COrmSequenceModel::eSubject, Qt::AscendingOrder);
-    // Wide enough for usual names; the user's widths are remembered.
-    const int nEm = fontMetrics().horizontalAdvance(QLatin1Char('M'));
-    m_pTree->setColumnWidth(COrmSequenceModel::eID, 14 * nEm);
-    m_pTree->setColumnWidth(COrmSequenceModel::eSubject, 11 * nEm);
-    m_pTree->setColumnWidth(COrmSequenceModel::eDate, 11 * nEm);
+    connect(m_pTree->header(), &QHeaderView::sortIndicatorChanged, this, [this] { m_bOwnOrder = true; });
     connect(m_pTree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &COrmSequenceList::selectionChanged);
     connect(m_pTree->selectionModel(), &QItemSelectionModel::currentChanged, this, &COrmSequenceList::selectionChanged);
     connect(m_pTree, &QTreeView::activated, this,
@@ -112,6 +113,43 @@ QWidget* COrmSequenceList::makeNothing()
     pLayout->addWidget(pButton, 0, Qt::AlignHCenter);
     pLayout->addStretch(3);
     return pPage;
+}
+
+QVector<int> COrmSequenceList::widths() const
+{
+    // The last column follows the window.
+    QVector<int> lstWidths;
+    for (int nColumn = 0; nColumn < COrmSequenceModel::eColumns - 1; ++nColumn)
+        lstWidths.append(m_pTree->columnWidth(nColumn));
+    return lstWidths;
+}
+
+void COrmSequenceList::fitColumns()
+{
+    if (hasOwnWidths())
+        return;
+    // Date and results as wide as they are, names share the rest.
+    const int nEm = fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    const int nDate = fontMetrics().horizontalAdvance(QStringLiteral("2000-00-00 00:00")) + nEm;
+    const int nResults = m_pTree->header()->sectionSizeHint(COrmSequenceModel::eResults) + nEm;
+    const int nNames = m_pTree->viewport()->width() - nDate - nResults;
+    m_pTree->setColumnWidth(COrmSequenceModel::eID, std::max(9 * nEm, nNames * 6 / 11));
+    m_pTree->setColumnWidth(COrmSequenceModel::eSubject, std::max(6 * nEm, nNames * 5 / 11));
+    m_pTree->setColumnWidth(COrmSequenceModel::eDate, nDate);
+    m_lstFitted = widths();
+}
+
+bool COrmSequenceList::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::Resize && pWatched == m_pTree->viewport())
+        fitColumns();
+    return QWidget::eventFilter(pWatched, pEvent);
+}
+
+void COrmSequenceList::filterChanged()
+{
+    updateCount();
+    selectFirst();
 }
 
 void COrmSequenceList::updateCount()
@@ -157,10 +195,9 @@ void COrmSequenceList::selectFirst()
     QModelIndex objChosen = m_pSorted->index(0, 0);
     for (int nRow = 0; nRow < m_pSorted->rowCount(); ++nRow)
     {
-        const QModelIndex objIndex = m_pSorted->index(nRow, COrmSequenceModel::eResults);
-        if (objIndex.data(COrmSequenceModel::eSortRole).toInt() == 0)
+        if (m_pSorted->index(nRow, COrmSequenceModel::eResults).data(COrmSequenceModel::eSortRole).toInt() == 0)
             continue;
-        objChosen = objIndex;
+        objChosen = m_pSorted->index(nRow, COrmSequenceModel::eID);
         break;
     }
     if (!objChosen.isValid())
@@ -183,11 +220,11 @@ void COrmSequenceList::focusTable()
 
 QByteArray COrmSequenceList::columnState() const
 {
-    return m_pTree->header()->saveState();
+    return hasOwnWidths() || m_bOwnOrder ? m_pTree->header()->saveState() : QByteArray();
 }
 
 void COrmSequenceList::restoreColumnState(const QByteArray& arrState)
 {
-    if (!arrState.isEmpty())
-        m_pTree->header()->restoreState(arrState);
+    if (!arrState.isEmpty() && m_pTree->header()->restoreState(arrState))
+        m_lstFitted = {0}; // whatever they are, they are the user's
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 class COrmFilterEdit;
@@ -30,6 +31,7 @@ public:
     /// Puts the keyboard into the table.
     void focusTable();
 
+    /// Empty while the user has changed neither widths nor order.
     QByteArray columnState() const;
     void restoreColumnState(const QByteArray& arrState);
 
@@ -38,9 +40,16 @@ signals:
     void selectionChanged();
     void menuRequested(const QPoint& ptGlobal);
 
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     QWidget* makeTable();
     QWidget* makeNothing();
+    QVector<int> widths() const;
+    bool hasOwnWidths() const { return !m_lstFitted.isEmpty() && widths() != m_lstFitted; }
+    void fitColumns();
+    void filterChanged();
     void updateCount();
 
     COrmSequenceSortModel* m_pSorted;
@@ -49,4 +58,6 @@ private:
     QStackedWidget* m_pPages = nullptr;
     QTreeView* m_pTree = nullptr;
     QLabel* m_pNothing = nullptr; ///< says that the filter leaves nothing
+    QVector<int> m_lstFitted;     ///< widths that fitColumns() gave; empty: none yet
+    bool m_bOwnOrder = false;     ///< the user sorted
 };

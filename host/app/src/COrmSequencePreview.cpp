@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -23,8 +24,8 @@
 
 namespace
 {
-constexpr int s_nMostRows = 8;     ///< rows of a list that are shown without scrolling it
-constexpr int s_nTextLength = 300; ///< characters of a text from elsewhere
+constexpr int s_nMostRows = 8;  ///< rows of a list that are shown without scrolling it
+constexpr int s_nLongText = 50; ///< characters in place of a photograph that need several lines
 
 QLabel* makeHeading(QWidget* pParent)
 {
@@ -51,7 +52,7 @@ COrmSequencePreview::COrmSequencePreview(QWidget* pParent)
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pPages);
-    setMinimumWidth(13 * fontMetrics().height());
+    setMinimumWidth(12 * fontMetrics().height());
 
     connect(m_pCompareButton, &QPushButton::clicked, this, &COrmSequencePreview::compareRequested);
     connect(m_pLoader, &COrmPreviewLoader::loaded, this, &COrmSequencePreview::showPreview);
@@ -63,43 +64,11 @@ COrmSequencePreview::~COrmSequencePreview() = default;
 QWidget* COrmSequencePreview::makeContent()
 {
     auto* pContent = new QWidget(this);
-    m_pTitle = new COrmElidedLabel(pContent);
-    m_pTitle->setObjectName(QStringLiteral("previewTitle"));
-    QFont objFont = m_pTitle->font();
-    objFont.setPixelSize(qRound(m_pTitle->fontInfo().pixelSize() * 1.25));
-    objFont.setBold(true);
-    m_pTitle->setFont(objFont);
-    m_pSubject = new COrmElidedLabel(pContent);
-    m_pSubject->setObjectName(QStringLiteral("previewSubject"));
-    m_pKind = new QLabel(pContent);
-    m_pKind->setObjectName(QStringLiteral("previewKind"));
-    m_pKind->setTextFormat(Qt::PlainText);
-    m_pKind->setWordWrap(true);
-    m_pCompareButton = new QPushButton(pContent);
-    m_pCompareButton->setObjectName(QStringLiteral("compareButton"));
-    m_pCompareButton->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
-    m_pCompareHint = new QLabel(pContent);
-    m_pCompareHint->setObjectName(QStringLiteral("compareHint"));
-    m_pCompareHint->setTextFormat(Qt::PlainText);
-    m_pCompareHint->setWordWrap(true);
-    m_pPicture = new COrmPictureWidget(pContent);
-    m_pPicture->setObjectName(QStringLiteral("previewPicture"));
-    m_pPicture->setAccessibleName(tr("Photograph"));
-    makeLists(pContent);
-
-    auto* pLayout = new QVBoxLayout(pContent);
     const int nGap = fontMetrics().height() / 2;
-    pLayout->setContentsMargins(nGap, 0, 0, 0);
-    for (QWidget* pWidget : {static_cast<QWidget*>(m_pTitle), static_cast<QWidget*>(m_pSubject), static_cast<QWidget*>(m_pKind)})
-        pLayout->addWidget(pWidget);
-    pLayout->addWidget(m_pCompareButton);
-    pLayout->addWidget(m_pCompareHint);
-    pLayout->addWidget(m_pPicture, 10);
-    pLayout->addWidget(m_pResultsLabel);
-    pLayout->addWidget(m_pResults);
-    pLayout->addWidget(m_pClicksLabel);
-    pLayout->addWidget(m_pClickTable);
-    pLayout->addStretch(1);
+    m_pParts = new QBoxLayout(QBoxLayout::TopToBottom, pContent);
+    m_pParts->setContentsMargins(nGap, 0, nGap, 0);
+    m_pParts->addLayout(makeHead(pContent), 1);
+    m_pParts->addLayout(makeLists(pContent));
     auto* pScroll = new QScrollArea(this);
     pScroll->setFrameShape(QFrame::NoFrame);
     pScroll->setWidgetResizable(true);
@@ -109,7 +78,38 @@ QWidget* COrmSequencePreview::makeContent()
     return pScroll;
 }
 
-void COrmSequencePreview::makeLists(QWidget* pContent)
+QLayout* COrmSequencePreview::makeHead(QWidget* pContent)
+{
+    m_pTitle = new COrmElidedLabel(pContent);
+    m_pTitle->setObjectName(QStringLiteral("previewTitle"));
+    QFont objFont = m_pTitle->font();
+    objFont.setPixelSize(qRound(m_pTitle->fontInfo().pixelSize() * 1.25));
+    objFont.setBold(true);
+    m_pTitle->setFont(objFont);
+    m_pSubject = new COrmElidedLabel(pContent);
+    m_pSubject->setObjectName(QStringLiteral("previewSubject"));
+    m_pKind = new COrmElidedLabel(pContent);
+    m_pKind->setObjectName(QStringLiteral("previewKind"));
+    m_pCompareButton = new QPushButton(pContent);
+    m_pCompareButton->setObjectName(QStringLiteral("compareButton"));
+    m_pCompareButton->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
+    m_pCompareHint = new COrmElidedLabel(pContent);
+    m_pCompareHint->setObjectName(QStringLiteral("compareHint"));
+    m_pPicture = new COrmPictureWidget(pContent);
+    m_pPicture->setObjectName(QStringLiteral("previewPicture"));
+    m_pPicture->setAccessibleName(tr("Photograph"));
+    m_pPicture->setBackgroundRole(QPalette::Window);
+
+    auto* pLayout = new QVBoxLayout;
+    for (QWidget* pWidget : {static_cast<QWidget*>(m_pTitle), static_cast<QWidget*>(m_pSubject), static_cast<QWidget*>(m_pKind),
+                             static_cast<QWidget*>(m_pCompareButton), static_cast<QWidget*>(m_pCompareHint)})
+        pLayout->addWidget(pWidget);
+    pLayout->addWidget(m_pPicture, 1000);
+    pLayout->addStretch(1);
+    return pLayout;
+}
+
+QLayout* COrmSequencePreview::makeLists(QWidget* pContent)
 {
     m_pResultsLabel = makeHeading(pContent);
     m_pResultsLabel->setObjectName(QStringLiteral("previewResultsHeading"));
@@ -136,8 +136,28 @@ void COrmSequencePreview::makeLists(QWidget* pContent)
     pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
     pHeader->setResizeContentsPrecision(s_nMostRows);
     pHeader->setSectionResizeMode(COrmClickModel::eClick, QHeaderView::Stretch);
-    for (QAbstractItemView* pView : {static_cast<QAbstractItemView*>(m_pResults), static_cast<QAbstractItemView*>(m_pClickTable)})
-        pView->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    auto* pLayout = new QVBoxLayout;
+    for (QWidget* pWidget : {static_cast<QWidget*>(m_pResultsLabel), static_cast<QWidget*>(m_pResults),
+                             static_cast<QWidget*>(m_pClicksLabel), static_cast<QWidget*>(m_pClickTable)})
+        pLayout->addWidget(pWidget);
+    pLayout->addStretch(1);
+    return pLayout;
+}
+
+void COrmSequencePreview::arrange()
+{
+    // A photograph takes the height that is left; without one the lists follow at once.
+    m_pParts->setDirection(m_bLow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    const bool bPicture = !m_pPicture->picture().isNull();
+    m_pParts->setStretch(0, m_bLow || bPicture ? 2 : 0);
+    m_pParts->setStretch(1, m_bLow || !bPicture ? 3 : 0);
+}
+
+void COrmSequencePreview::resizeEvent(QResizeEvent* pEvent)
+{
+    m_bLow = pEvent->size().width() > std::max(2 * pEvent->size().height(), 2 * minimumWidth());
+    arrange();
+    QWidget::resizeEvent(pEvent);
 }
 
 void COrmSequencePreview::setTool(const QString& strName, const QString& strReason)
@@ -158,7 +178,7 @@ void COrmSequencePreview::updateCompare()
     if (m_strTool.isEmpty())
         strHint = m_strNoTool;
     else if (!bResults)
-        strHint = tr("Nothing to compare yet: save a reconstruction of this sequence first.");
+        strHint = tr("No saved results to compare yet.");
     m_pCompareHint->setText(strHint);
     m_pCompareHint->setVisible(!strHint.isEmpty());
 }
@@ -188,31 +208,39 @@ void COrmSequencePreview::refresh(const COrmSequenceDataset* pSequence)
     m_pClicks->setClicks(m_sFacts.m_lstClicks);
     m_pClickTable->setColumnHidden(COrmClickModel::eExcitation, !m_pClicks->hasExcitation());
     m_pClicksLabel->setText(tr("Images (%1)").arg(m_sFacts.m_lstClicks.size()));
-    fitTable(m_pClickTable, m_sFacts.m_lstClicks.size());
+    fit(m_pClickTable, m_pClickTable->header()->sizeHint().height());
     m_pResultsLabel->setText(
         tr("Saved results (%1)").arg(COrmSequenceModel::resultsText(m_sFacts.m_nSOLAResults, m_sFacts.m_nNOVAResults)));
     m_pResults->clear();
-    fitTable(m_pResults, m_sFacts.m_nSOLAResults + m_sFacts.m_nNOVAResults);
     m_pResults->setVisible(m_sFacts.m_nSOLAResults + m_sFacts.m_nNOVAResults > 0);
-    m_pPicture->setPicture(QImage());
-    m_pPicture->setText(QString());
+    showPicture(QImage(), QString());
     updateCompare();
     m_pLoader->request(m_sFacts);
 }
 
-void COrmSequencePreview::fitTable(QWidget* pTable, int nRows) const
+void COrmSequencePreview::fit(QAbstractItemView* pView, int nHeader) const
 {
     // Lists this long scroll by themselves; shorter ones are as high as what they show.
-    const int nHeader = pTable == m_pClickTable ? m_pClickTable->header()->sizeHint().height() : 0;
-    const int nRow = qMax(fontMetrics().height() + 4, m_pClickTable->sizeHintForRow(0));
-    pTable->setFixedHeight(nHeader + std::clamp(nRows, 1, s_nMostRows) * nRow + 2 * fontMetrics().lineSpacing() / 3);
+    const int nRows = std::clamp(pView->model()->rowCount(), 1, s_nMostRows);
+    pView->setFixedHeight(nHeader + nRows * std::max(pView->sizeHintForRow(0), fontMetrics().height()) + 2 * pView->frameWidth());
+}
+
+void COrmSequencePreview::showPicture(const QImage& imgPicture, const QString& strText)
+{
+    // Without a photograph a line or a few are enough to say so.
+    const int nHeight = (!imgPicture.isNull() ? 7 : strText.size() > s_nLongText ? 7 : 3) * fontMetrics().height();
+    m_pPicture->setPicture(imgPicture);
+    m_pPicture->setText(strText);
+    m_pPicture->setToolTip(strText.isEmpty() ? QString() : COrmPlainText::toolTip(strText));
+    m_pPicture->setMinimumHeight(nHeight);
+    m_pPicture->setMaximumHeight(imgPicture.isNull() ? nHeight : QWIDGETSIZE_MAX);
+    m_pPicture->setPreferredSize({minimumWidth(), nHeight});
+    arrange();
 }
 
 void COrmSequencePreview::showPreview(const SSequencePreview& sPreview)
 {
-    m_pPicture->setPicture(sPreview.m_imgPhotograph);
-    m_pPicture->setText(sPreview.m_strPictureText);
-    m_pPicture->setToolTip(COrmPlainText::toolTip(sPreview.m_strPictureText));
+    showPicture(sPreview.m_imgPhotograph, sPreview.m_strPictureText);
     const auto fnAdd = [this](const QStringList& lstNames, const QString& strKind, const QString& strIcon)
     {
         const QIcon objIcon{strIcon};
@@ -227,9 +255,9 @@ void COrmSequencePreview::showPreview(const SSequencePreview& sPreview)
     fnAdd(sPreview.m_lstNOVA, QStringLiteral("NOVA"), QStringLiteral(":/Resource/fluorescent_icon.xpm"));
     if (!sPreview.m_strResultsText.isEmpty())
     {
-        m_pCompareHint->setText(COrmPlainText::visible(COrmPlainText::shortened(sPreview.m_strResultsText, s_nTextLength)));
+        m_pCompareHint->setText(sPreview.m_strResultsText);
         m_pCompareHint->show();
     }
-    fitTable(m_pResults, m_pResults->count());
+    fit(m_pResults, 0);
     m_pResults->setVisible(m_pResults->count() > 0);
 }

@@ -9,7 +9,11 @@ class COrmElidedLabel;
 class COrmPictureWidget;
 class COrmPreviewLoader;
 class COrmSequenceDataset;
+class QAbstractItemView;
+class QBoxLayout;
+class QImage;
 class QLabel;
+class QLayout;
 class QListWidget;
 class QPushButton;
 class QStackedWidget;
@@ -35,12 +39,18 @@ public:
 signals:
     void compareRequested();
 
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
 private:
     QWidget* makeContent();
-    void makeLists(QWidget* pContent);
+    QLayout* makeHead(QWidget* pContent);
+    QLayout* makeLists(QWidget* pContent);
+    void arrange();
     void updateCompare();
     void showPreview(const SSequencePreview& sPreview);
-    void fitTable(QWidget* pTable, int nRows) const;
+    void showPicture(const QImage& imgPicture, const QString& strText);
+    void fit(QAbstractItemView* pView, int nHeader) const;
 
     SSequenceFacts m_sFacts; ///< of the sequence shown; without an ID: none
     QString m_strTool;
@@ -48,11 +58,13 @@ private:
     COrmPreviewLoader* m_pLoader;
     COrmClickModel* m_pClicks;
     QStackedWidget* m_pPages = nullptr;
+    QBoxLayout* m_pParts = nullptr; ///< head and lists, below or beside each other
+    bool m_bLow = false;            ///< beside each other
     COrmElidedLabel* m_pTitle = nullptr;
     COrmElidedLabel* m_pSubject = nullptr;
-    QLabel* m_pKind = nullptr;
+    COrmElidedLabel* m_pKind = nullptr;
     QPushButton* m_pCompareButton = nullptr;
-    QLabel* m_pCompareHint = nullptr;
+    COrmElidedLabel* m_pCompareHint = nullptr;
     COrmPictureWidget* m_pPicture = nullptr;
     QLabel* m_pResultsLabel = nullptr;
     QListWidget* m_pResults = nullptr;

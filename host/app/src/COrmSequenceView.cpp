@@ -8,9 +8,17 @@
 #include "COrmSequencePreview.h"
 #include "COrmWelcomePanel.h"
 
+#include <QResizeEvent>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+namespace
+{
+constexpr int s_nListShare = 200;    ///< of the width, as long as the user has not moved the border
+constexpr int s_nPreviewShare = 110; ///< likewise
+constexpr int s_nSideBySideEm = 66;  ///< in a narrower window the preview stands below the list
+} // namespace
 
 COrmSequenceView::COrmSequenceView(COrmSequenceCollection* pCollection, QWidget* pParent)
     : QWidget(pParent), m_pModel(new COrmSequenceModel(pCollection, this))
@@ -24,8 +32,9 @@ COrmSequenceView::COrmSequenceView(COrmSequenceCollection* pCollection, QWidget*
     m_pSplitter->addWidget(m_pList);
     m_pSplitter->addWidget(m_pPreview);
     m_pSplitter->setCollapsible(0, false);
-    m_pSplitter->setStretchFactor(0, 3);
-    m_pSplitter->setStretchFactor(1, 2);
+    m_pSplitter->setSizes({s_nListShare, s_nPreviewShare});
+    m_pSplitter->setStretchFactor(0, s_nListShare);
+    m_pSplitter->setStretchFactor(1, s_nPreviewShare);
     auto* pListPage = new QWidget(this);
     auto* pListLayout = new QVBoxLayout(pListPage);
     pListLayout->addWidget(m_pSplitter);
@@ -48,6 +57,18 @@ COrmSequenceView::COrmSequenceView(COrmSequenceCollection* pCollection, QWidget*
                     m_pPreview->refresh(pSequence);
             });
     updatePage();
+}
+
+void COrmSequenceView::resizeEvent(QResizeEvent* pEvent)
+{
+    const bool bWide = pEvent->size().width() >= s_nSideBySideEm * fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    const Qt::Orientation eOrientation = bWide ? Qt::Horizontal : Qt::Vertical;
+    if (m_pSplitter->orientation() != eOrientation)
+    {
+        m_pSplitter->setOrientation(eOrientation);
+        m_pSplitter->setSizes({s_nListShare, bWide ? s_nPreviewShare : s_nListShare});
+    }
+    QWidget::resizeEvent(pEvent);
 }
 
 void COrmSequenceView::updatePage()

@@ -37,6 +37,9 @@ public:
     QByteArray splitterState() const;
     void restoreState(const QByteArray& arrColumns, const QByteArray& arrSplitter);
 
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
 private:
     void updatePage();
     void updatePreview();

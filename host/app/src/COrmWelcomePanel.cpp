@@ -7,6 +7,7 @@
 
 #include <QBoxLayout>
 #include <QCommandLinkButton>
+#include <QFrame>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -20,15 +21,20 @@ constexpr int s_nSideBySideEm = 34; ///< from that width on the choices stand si
 constexpr int s_nTextLength = 300;  ///< characters of a text from elsewhere
 constexpr int s_nIconPoints = 2;    ///< lines of text that a choice's picture is high
 
+/// A large button with a picture and a description, in a frame, which is its parent.
 QCommandLinkButton* makeChoice(QWidget* pParent, const QString& strText, const QString& strDescription, OrmGlyphs::EGlyph eGlyph)
 {
-    auto* pButton = new QCommandLinkButton(strText, strDescription, pParent);
+    auto* pFrame = new QFrame(pParent); // the style shows no edge of its own around such a button
+    pFrame->setFrameShape(QFrame::StyledPanel);
+    auto* pButton = new QCommandLinkButton(strText, strDescription, pFrame);
+    auto* pLayout = new QVBoxLayout(pFrame);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(pButton);
     const int nIcon = s_nIconPoints * pParent->fontMetrics().height();
     pButton->setIcon(OrmGlyphs::icon(eGlyph));
     pButton->setIconSize(QSize(nIcon, nIcon));
     pButton->setToolTip(strDescription);
     pButton->setAccessibleDescription(strDescription);
-    pButton->setFlat(false);
     return pButton;
 }
 } // namespace
@@ -43,7 +49,7 @@ COrmWelcomePanel::COrmWelcomePanel(QWidget* pParent) : QWidget(pParent)
     pColumnLayout->addWidget(makeTexts());
     pColumnLayout->addWidget(makeChoices());
     pColumnLayout->addWidget(makeWork());
-    pColumnLayout->addWidget(makeRecent());
+    pColumnLayout->addWidget(makeRecent(), 1000); // up to its full height
     pColumnLayout->addStretch(3);
 
     auto* pCentred = new QWidget(this);
@@ -103,8 +109,8 @@ QWidget* COrmWelcomePanel::makeChoices()
     connect(m_pDemoButton, &QPushButton::clicked, this, &COrmWelcomePanel::demoRequested);
 
     m_pButtonLayout = new QBoxLayout(QBoxLayout::LeftToRight);
-    m_pButtonLayout->addWidget(pOpenButton, 1);
-    m_pButtonLayout->addWidget(m_pDemoButton, 1);
+    m_pButtonLayout->addWidget(pOpenButton->parentWidget(), 1);
+    m_pButtonLayout->addWidget(m_pDemoButton->parentWidget(), 1);
     auto* pLayout = new QVBoxLayout(m_pChoices);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addLayout(m_pButtonLayout);
@@ -159,12 +165,14 @@ QWidget* COrmWelcomePanel::makeWork()
 void COrmWelcomePanel::setRecentStudies(const QStringList& lstFolders)
 {
     m_pRecentList->setFolders(lstFolders);
+    m_pRecent->setMaximumHeight(m_pRecent->minimumSizeHint().height() - m_pRecentList->minimumSizeHint().height() +
+                                m_pRecentList->maximumHeight());
     m_pRecent->setVisible(!lstFolders.isEmpty() && !m_pChoices->isHidden());
 }
 
 void COrmWelcomePanel::setDemoOffered(bool bOffered)
 {
-    m_pDemoButton->setVisible(bOffered);
+    m_pDemoButton->parentWidget()->setVisible(bOffered);
 }
 
 void COrmWelcomePanel::showWork(const QString& strHeading, const QString& strText, int nDone, int nAll)

@@ -46,17 +46,16 @@ SShape study()
 SShape demo()
 {
     SShape s;
-    s.m_objOutline.moveTo(3.0, 16.5);
-    s.m_objOutline.cubicTo(3.5, 10.5, 9.0, 8.0, 13.5, 8.5);
-    s.m_objOutline.cubicTo(17.5, 9.0, 20.5, 12.5, 22.0, 16.0);
-    s.m_objOutline.cubicTo(20.5, 17.6, 18.5, 18.0, 16.0, 18.0);
-    s.m_objOutline.lineTo(4.5, 18.0);
-    s.m_objOutline.cubicTo(3.4, 18.0, 3.0, 17.4, 3.0, 16.5);
-    s.m_objOutline.moveTo(3.2, 15.5); // the tail
-    s.m_objOutline.cubicTo(0.6, 12.5, 1.6, 8.0, 4.6, 7.6);
-    s.m_objAccent.addEllipse(QPointF(15.2, 8.0), 2.3, 2.3); // the ear
-    s.m_objFilled.addEllipse(QPointF(18.3, 13.6), 0.9, 0.9);
-    s.m_objFilled.addEllipse(QPointF(9.5, 13.6), 1.9, 1.9); // what glows in it
+    s.m_objOutline.moveTo(5.0, 19.0); // the back, the nose, the belly
+    s.m_objOutline.cubicTo(2.5, 12.0, 7.0, 6.5, 13.0, 7.5);
+    s.m_objOutline.cubicTo(17.5, 8.3, 20.5, 12.5, 22.0, 16.5);
+    s.m_objOutline.cubicTo(21.0, 18.4, 19.0, 19.0, 16.5, 19.0);
+    s.m_objOutline.closeSubpath();
+    s.m_objOutline.moveTo(5.0, 19.0); // the tail
+    s.m_objOutline.cubicTo(1.5, 18.0, 0.8, 13.5, 2.6, 10.5);
+    s.m_objAccent.addEllipse(QPointF(14.6, 6.8), 2.7, 2.7);  // the ear
+    s.m_objFilled.addEllipse(QPointF(18.0, 13.8), 1.0, 1.0); // the eye
+    s.m_objFilled.addEllipse(QPointF(9.5, 13.6), 2.2, 2.2);  // what glows in it
     return s;
 }
 
@@ -78,14 +77,6 @@ SShape compare()
     s.m_objFilled.addEllipse(QPointF(5.7, 12.0), 0.9, 0.9);
     s.m_objFilled.addEllipse(QPointF(12.0, 12.0), 1.5, 1.5);
     s.m_objFilled.addEllipse(QPointF(18.3, 12.0), 2.1, 2.1);
-    return s;
-}
-
-SShape recent()
-{
-    SShape s;
-    s.m_objOutline.addEllipse(QPointF(12.0, 12.0), 9.0, 9.0);
-    s.m_objAccent = line({{12.0, 6.5}, {12.0, 12.0}, {15.8, 14.2}});
     return s;
 }
 
@@ -119,8 +110,6 @@ SShape shape(OrmGlyphs::EGlyph eGlyph)
         return drop();
     case OrmGlyphs::eCompare:
         return compare();
-    case OrmGlyphs::eRecent:
-        return recent();
     case OrmGlyphs::ePhotograph:
         return photograph();
     case OrmGlyphs::eNotice:

@@ -12,7 +12,6 @@ enum EGlyph
     eDemo,       ///< a mouse
     eDrop,       ///< something falls into a tray
     eCompare,    ///< tiles with bars that grow
-    eRecent,     ///< a clock
     ePhotograph, ///< a camera
     eNotice      ///< an exclamation mark in a triangle
 };
