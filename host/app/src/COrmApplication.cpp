@@ -2,6 +2,7 @@
 
 #include "COrmUtilityFns.h"
 #include "CSOLAView.h"
+#include "OrmAccessibleNames.h"
 #include "OrmGuard.h"
 #include "OrmVersion.h"
 
@@ -26,6 +27,7 @@ COrmApplication::COrmApplication(int& nArguments, char** ppArguments) : QApplica
     setApplicationName(COrmUtilityFns::getAppName());
     setWindowIcon(QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm")));
     setApplicationVersion(QLatin1String(OrmVersion::s_pText));
+    OrmAccessibleNames::install();
 }
 
 bool COrmApplication::notify(QObject* pReceiver, QEvent* pEvent)
