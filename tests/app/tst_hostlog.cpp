@@ -201,7 +201,7 @@ void TestHostLog::panelKeepsItsBoundUnderAFilter()
     const auto* pCount = TestWidgets::get<QLabel>(&objPanel, "logCount");
     TestWidgets::get<QComboBox>(&objPanel, "logLevel")->setCurrentIndex(2);
     ORM_LOG(3, QStringLiteral("the first, soon dropped"));
-    QTRY_COMPARE(pCount->text(), QStringLiteral("1 lines"));
+    QTRY_COMPARE(pCount->text(), QStringLiteral("1 line"));
     for (int nRound = 0; nRound < 2; ++nRound)
     {
         for (int nLine = 0; nLine < COrmLogPanel::s_nMaxLines / 2; ++nLine)

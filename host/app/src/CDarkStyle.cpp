@@ -16,7 +16,7 @@ void CDarkStyle::drawFrame(PrimitiveElement eElement, const QStyleOption* pOptio
 {
     const bool bRound = eElement == PE_IndicatorRadioButton;
     const bool bBox = eElement == PE_IndicatorCheckBox || eElement == PE_IndicatorItemViewItemCheck;
-    const bool bFrame = eElement == PE_FrameLineEdit || eElement == PE_Frame;
+    const bool bFrame = eElement == PE_FrameLineEdit || eElement == PE_Frame || eElement == PE_FrameMenu;
     if (!bRound && !bBox && !bFrame)
         return;
     pPainter->save();
@@ -51,4 +51,10 @@ void CDarkStyle::drawComplexControl(ComplexControl eControl, const QStyleOptionC
         return;
     QStyleOption objFrame(*pOption);
     drawFrame(PE_FrameLineEdit, &objFrame, pPainter);
+}
+
+int CDarkStyle::styleHint(StyleHint eHint, const QStyleOption* pOption, const QWidget* pWidget, QStyleHintReturn* pReturn) const
+{
+    // Fusion's pictures on the buttons of dialogs are drawn in black.
+    return eHint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(eHint, pOption, pWidget, pReturn);
 }

@@ -13,6 +13,8 @@ public:
     void drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter, const QWidget* pWidget) const override;
     void drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
                             const QWidget* pWidget) const override;
+    int styleHint(StyleHint eHint, const QStyleOption* pOption = nullptr, const QWidget* pWidget = nullptr,
+                  QStyleHintReturn* pReturn = nullptr) const override;
 
 private:
     static void drawFrame(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter);

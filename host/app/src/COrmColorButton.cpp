@@ -7,6 +7,7 @@
 COrmColorButton::COrmColorButton(const QString& strWhat, QWidget* pParent) : QPushButton(pParent), m_strWhat(strWhat)
 {
     setAccessibleName(strWhat);
+    setAutoDefault(false); // only who presses it means it
     const int nHeight = fontMetrics().height();
     setIconSize(QSize(2 * nHeight, nHeight));
     connect(this, &QPushButton::clicked, this, &COrmColorButton::choose);

@@ -34,11 +34,11 @@ QToolButton* button(QWidget* pParent, const QString& strText, const QString& str
 }
 } // namespace
 
-COrmLogPanel::COrmLogPanel(QWidget* pParent) : QDockWidget(QStringLiteral("Log"), pParent), m_pText(new QPlainTextEdit)
+COrmLogPanel::COrmLogPanel(QWidget* pParent) : QDockWidget(tr("Log"), pParent), m_pText(new QPlainTextEdit)
 {
     setObjectName(QStringLiteral("logPanel"));
     m_pText->setObjectName(QStringLiteral("logText"));
-    m_pText->setAccessibleName(QStringLiteral("Log"));
+    m_pText->setAccessibleName(tr("Log"));
     m_pText->setReadOnly(true);
     m_pText->setUndoRedoEnabled(false);
     m_pText->setMaximumBlockCount(s_nMaxLines);
@@ -51,7 +51,7 @@ COrmLogPanel::COrmLogPanel(QWidget* pParent) : QDockWidget(QStringLiteral("Log")
                 QMenu* pMenu = m_pText->createStandardContextMenu();
                 pMenu->setAttribute(Qt::WA_DeleteOnClose);
                 pMenu->addSeparator();
-                connect(pMenu->addAction(QStringLiteral("Clear Log")), &QAction::triggered, this, &COrmLogPanel::clear);
+                connect(pMenu->addAction(tr("Clear Log")), &QAction::triggered, this, &COrmLogPanel::clear);
                 pMenu->popup(m_pText->viewport()->mapToGlobal(pt));
             });
     auto* pContents = new QWidget(this);
@@ -77,21 +77,21 @@ QWidget* COrmLogPanel::makeControls()
     auto* pControls = new QWidget(this);
     m_pLevel = new QComboBox(pControls);
     m_pLevel->setObjectName(QStringLiteral("logLevel"));
-    m_pLevel->setAccessibleName(QStringLiteral("Entries shown"));
-    m_pLevel->setToolTip(QStringLiteral("Which entries are shown"));
-    m_pLevel->addItem(QStringLiteral("All entries"), 0);
-    m_pLevel->addItem(QStringLiteral("Notes and errors"), 2);
-    m_pLevel->addItem(QStringLiteral("Errors only"), 3);
+    m_pLevel->setAccessibleName(tr("Entries shown"));
+    m_pLevel->setToolTip(tr("Which entries are shown"));
+    m_pLevel->addItem(tr("All entries"), 0);
+    m_pLevel->addItem(tr("Notes and errors"), 2);
+    m_pLevel->addItem(tr("Errors only"), 3);
     m_pFilter = new QLineEdit(pControls);
     m_pFilter->setObjectName(QStringLiteral("logFilter"));
-    m_pFilter->setAccessibleName(QStringLiteral("Filter of the log"));
-    m_pFilter->setPlaceholderText(QStringLiteral("Show only lines that contain..."));
+    m_pFilter->setAccessibleName(tr("Filter of the log"));
+    m_pFilter->setPlaceholderText(tr("Show only lines that contain..."));
     m_pFilter->setClearButtonEnabled(true);
     m_pCount = new QLabel(pControls);
     m_pCount->setObjectName(QStringLiteral("logCount"));
-    m_pCopy = button(pControls, QStringLiteral("Copy"), QStringLiteral("Copy the marked text, or all lines that are shown"), "logCopy");
-    m_pLast = button(pControls, QStringLiteral("Latest"), QStringLiteral("Jump to the latest line"), "logLast");
-    QToolButton* pClear = button(pControls, QStringLiteral("Clear"), QStringLiteral("Take all lines out of this panel"), "logClear");
+    m_pCopy = button(pControls, tr("Copy"), tr("Copy the marked text, or all lines that are shown"), "logCopy");
+    m_pLast = button(pControls, tr("Latest"), tr("Jump to the latest line"), "logLast");
+    QToolButton* pClear = button(pControls, tr("Clear"), tr("Take all lines out of this panel"), "logClear");
 
     auto* pLayout = new QHBoxLayout(pControls);
     pLayout->setContentsMargins(0, 0, 0, 0);
@@ -178,8 +178,8 @@ void COrmLogPanel::showAgain()
 void COrmLogPanel::updateCount()
 {
     const int nKept = int(m_lstEntries.size());
-    m_pCount->setText(m_nShown == nKept ? QStringLiteral("%1 lines").arg(nKept)
-                                        : QStringLiteral("%1 of %2 lines").arg(m_nShown).arg(nKept));
+    const QString strAll = nKept == 1 ? tr("1 line") : tr("%1 lines").arg(nKept);
+    m_pCount->setText(m_nShown == nKept ? strAll : tr("%1 of %2").arg(m_nShown).arg(strAll));
     m_pCopy->setEnabled(m_nShown > 0);
     m_pLast->setEnabled(m_nShown > 0);
 }

@@ -67,7 +67,7 @@ void COrmMainWindow::makeMenus()
     pLog->setStatusTip(QStringLiteral("Show or hide what the host and its tools have reported"));
     m_pViewMenu->addAction(pLog);
     m_pViewMenu->addAction(m_pToolBar->toggleViewAction());
-    m_pToolBar->toggleViewAction()->setText(QStringLiteral("&Tool Bar"));
+    m_pToolBar->toggleViewAction()->setText(QStringLiteral("Tool &Bar"));
     m_pToolBar->toggleViewAction()->setStatusTip(QStringLiteral("Show or hide the buttons under the menus"));
     m_pSystemMenus->addThemes(m_pViewMenu);
     makeToolsMenu();
@@ -101,7 +101,7 @@ void COrmMainWindow::makeFileMenu()
     connect(pDemo, &QAction::triggered, m_pDemo, &COrmDemoStudy::start);
 
     m_pCompareAction =
-        addTo(pFile, tr("&Compare Sequence"),
+        addTo(pFile, tr("Co&mpare Sequence"),
               tr("Open the Longitudinal Study tool with the selected sequence, to compare its saved results"), "actionCompare");
     m_pCompareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
     m_pCompareAction->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));

@@ -50,6 +50,10 @@ COrmPreferencesDialog::COrmPreferencesDialog(QWidget* pParent) : QDialog(pParent
     auto* pHint = new QLabel(tr("Every change counts at once."), this);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::RestoreDefaults | QDialogButtonBox::Close, this);
     pButtons->button(QDialogButtonBox::RestoreDefaults)->setObjectName(QStringLiteral("restoreDefaults"));
+    // Return in a field must press nothing.
+    const QList<QPushButton*> lstButtons = findChildren<QPushButton*>();
+    for (QPushButton* pButton : lstButtons)
+        pButton->setAutoDefault(false);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::close);
     connect(pButtons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
             [this]

@@ -40,6 +40,7 @@ COrmShortcutsDialog::COrmShortcutsDialog(QWidget* pParent)
     m_pCopy = pButtons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
     m_pCopy->setObjectName(QStringLiteral("shortcutsCopy"));
     m_pCopy->setToolTip(tr("Copy the selected lines, or all that are shown"));
+    m_pCopy->setAutoDefault(false);
 
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(m_pFilter);
