@@ -38,7 +38,8 @@ void onMessage(QtMsgType eType, const QMessageLogContext& objContext, const QStr
 }
 } // namespace
 
-CMonkey::CMonkey(quint32 nSeed) : m_nSeed(nSeed), m_objRandom(nSeed), m_objRules(m_objTool), m_objDialogs(m_objStudy)
+CMonkey::CMonkey(quint32 nSeed)
+    : m_nSeed(nSeed), m_objRandom(nSeed), m_objRules(m_objTool, m_objStudy.sharedKeys()), m_objDialogs(m_objStudy)
 {
     m_objTool.host().setAnswer(
         [this](const SMessageRequest& objRequest)
@@ -46,6 +47,9 @@ CMonkey::CMonkey(quint32 nSeed) : m_nSeed(nSeed), m_objRandom(nSeed), m_objRules
             duringLoad();
             return m_objDialogs.answer(objRequest);
         });
+    // Which click or key belongs to the one before it must not hang on the machine's pace.
+    QApplication::setDoubleClickInterval(0);
+    QApplication::setKeyboardInputInterval(0);
     m_objLoadConnection =
         QObject::connect(COrmProcess::notifier(), &COrmProcessNotifier::message, [this](const QString&, int, int) { duringLoad(); });
     show();
@@ -59,19 +63,20 @@ CMonkey::~CMonkey()
     m_objTool.host().setAnswer({});
 }
 
-QString CMonkey::run(int nEvents)
+QString CMonkey::run(int nEvents, QStringList* pDiary)
 {
     QStringList lstWarnings;
     s_pWarnings = &lstWarnings;
     s_pHandlerBefore = qInstallMessageHandler(onMessage);
     MonkeyDiary::begin(m_nSeed);
+    MonkeyDiary::keepAll(pDiary);
     for (int i = 0; i < nEvents && m_strBroken.isNull(); ++i)
     {
         m_objTool.host().clear();
         m_objDialogs.beginEvent(m_objRandom.word());
         doSomething();
+        QGuiApplication::sync(); // what the window system has to say to an event comes before the next one
         CMonkeyHands::settle();
-        m_objDialogs.endEvent();
         lookAround();
         if (m_strBroken.isNull())
         {

@@ -32,7 +32,8 @@ public:
     const SMet& met() const { return m_sMet; }
 
     /// Does that many events. Null if all rules held; otherwise what broke, with seed, number of the event and the last ones.
-    QString run(int nEvents);
+    /// What was done goes to the list, an entry for each event but the last.
+    QString run(int nEvents, QStringList* pDiary = nullptr);
 
 private:
     /// One of the things the monkey can do. It writes down in words what it does.

@@ -4,36 +4,55 @@
 #include "COrmMessageBox.h"
 #include "MonkeyDiary.h"
 
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QThread>
 #include <QWindow>
 
 namespace
 {
 constexpr int s_nLookInterval = 5;
-/// A dialog that has not taken its answer by then is cancelled, and a menu counts as one that is waited for.
+/// A dialog that has not taken its answer by then is cancelled.
 constexpr int s_nDialogLooks = 200;
-constexpr int s_nMenuLooks = 4;
 
 const QStringList s_lstExportNames = {QStringLiteral("picture.png"), QStringLiteral("picture"), QStringLiteral("scale.bmp"),
                                       QStringLiteral("a.b.c"), QStringLiteral("values.csv")};
 } // namespace
 
-CMonkeyDialogs::CMonkeyDialogs(const CMonkeyStudy& objStudy) : m_objStudy(objStudy)
+CMonkeyDialogs::CMonkeyDialogs(const CMonkeyStudy& objStudy) : m_objStudy(objStudy), m_nLoopLevel(QThread::currentThread()->loopLevel())
 {
-    QObject::connect(&m_objTimer, &QTimer::timeout, [this] { look(); });
+    QObject::connect(&m_objTimer, &QTimer::timeout, this, &CMonkeyDialogs::look);
     m_objTimer.start(s_nLookInterval);
+    QApplication::instance()->installEventFilter(this);
 }
 
 void CMonkeyDialogs::beginEvent(quint32 nSeed)
 {
     m_objRandom = CMonkeyRandom(nSeed);
-    m_pMenu.clear();
+}
+
+/// A menu has an event loop of its own only where somebody waits for what is picked; one that merely popped up is the monkey's to answer.
+bool CMonkeyDialogs::isWaitedFor() const
+{
+    return QThread::currentThread()->loopLevel() > m_nLoopLevel;
+}
+
+bool CMonkeyDialogs::eventFilter(QObject* pObject, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::Show && qobject_cast<QMenu*>(pObject) != nullptr)
+    {
+        QMetaObject::invokeMethod(this, &CMonkeyDialogs::look, Qt::QueuedConnection);
+    }
+    const bool bRepeats = qobject_cast<QAbstractSpinBox*>(pObject) != nullptr || qobject_cast<QAbstractSlider*>(pObject) != nullptr;
+    return pEvent->type() == QEvent::Timer && bRepeats;
 }
 
 int CMonkeyDialogs::answer(const SMessageRequest& objRequest)
@@ -70,15 +89,12 @@ void CMonkeyDialogs::look()
 {
     if (QWidget* pMenu = QApplication::activePopupWidget())
     {
-        m_nMenuLooks = pMenu == m_pMenu ? m_nMenuLooks + 1 : 0;
-        m_pMenu = pMenu;
-        if (m_nMenuLooks > s_nMenuLooks)
+        if (isWaitedFor())
         {
             answerMenu(*pMenu);
         }
         return;
     }
-    m_pMenu.clear();
     QWidget* pModal = QApplication::activeModalWidget();
     const QWindow* pWindow = pModal != nullptr ? pModal->windowHandle() : nullptr;
     if (pWindow == nullptr || !pWindow->isExposed()) // nobody answers what has not appeared
@@ -119,7 +135,7 @@ void CMonkeyDialogs::answerFile(QFileDialog& objDialog)
         }
         const QString strFile = bSaves ? m_objStudy.exportFolder() + QLatin1Char('/') + m_objRandom.oneOf(s_lstExportNames)
                                        : m_objRandom.oneOf(m_objStudy.filesToOpen());
-        MonkeyDiary::add(QStringLiteral("dialog answered by ...%1").arg(strFile.right(30)));
+        MonkeyDiary::add(QStringLiteral("dialog answered by ") + QFileInfo(strFile).fileName());
         pName->setText(strFile);
     }
     QPushButton* pAccept = pButtons->button(bSaves ? QDialogButtonBox::Save : QDialogButtonBox::Open);
@@ -135,7 +151,6 @@ void CMonkeyDialogs::answerMenu(QWidget& objMenu)
     const QList<QAction*> lstActions = pMenu != nullptr ? pMenu->actions() : QList<QAction*>();
     QAction* pAction = lstActions.isEmpty() ? nullptr : m_objRandom.oneOf(lstActions);
     const bool bPicks = pAction != nullptr && pAction->isEnabled() && !pAction->isSeparator() && !m_objRandom.oneIn(3);
-    m_pMenu.clear();
     if (bPicks)
     {
         MonkeyDiary::add(QStringLiteral("menu: ") + pAction->text());

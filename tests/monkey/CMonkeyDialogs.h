@@ -2,6 +2,7 @@
 
 #include "CMonkeyRandom.h"
 
+#include <QObject>
 #include <QPointer>
 #include <QTimer>
 
@@ -10,8 +11,9 @@ class QFileDialog;
 class QWidget;
 struct SMessageRequest;
 
-/// Ends what would wait for a user for ever: dialogs for files, any other modal window, and menus that are run from within an event.
-class CMonkeyDialogs
+/// Ends what would wait for a user for ever: dialogs for files, any other modal window, and menus that are run from within an event. While
+/// it lives, no time passes for what a held button repeats: a machine that is busy between press and release changes nothing.
+class CMonkeyDialogs : public QObject
 {
 public:
     explicit CMonkeyDialogs(const CMonkeyStudy& objStudy);
@@ -20,11 +22,12 @@ public:
     void beginEvent(quint32 nSeed);
     /// One of the buttons that a message box offers.
     int answer(const SMessageRequest& objRequest);
-    /// A menu that is open when the event has ended was not run from within it.
-    void endEvent() { m_pMenu.clear(); }
+
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
 
 private:
     void look();
+    bool isWaitedFor() const;
     void answerFile(QFileDialog& objDialog);
     void answerMenu(QWidget& objMenu);
 
@@ -32,7 +35,6 @@ private:
     CMonkeyRandom m_objRandom{0};
     QPointer<QWidget> m_pSeen; ///< the modal window that was there at the last look
     int m_nLooks = 0;          ///< at it
-    QPointer<QWidget> m_pMenu; ///< the popup that was there at the last look
-    int m_nMenuLooks = 0;      ///< at it
+    int m_nLoopLevel;          ///< of event loops, while nobody waits
     QTimer m_objTimer;
 };

@@ -16,8 +16,10 @@
 #include <QTabWidget>
 #include <QToolButton>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 #include <GL/gl.h>
 
@@ -80,7 +82,7 @@ int stateOf(GLenum eName)
 }
 } // namespace
 
-CMonkeyRules::CMonkeyRules(CToolWindow& objTool) : m_objTool(objTool) {}
+CMonkeyRules::CMonkeyRules(CToolWindow& objTool, const QSet<QString>& setShared) : m_objTool(objTool), m_setShared(setShared) {}
 
 template <class T>
 T* CMonkeyRules::get(const char* pName) const
@@ -134,12 +136,23 @@ QString CMonkeyRules::brokenByKeys()
     const QStringList lstTiles = m_objTool.tiles();
     const QSet<QString> setKeys(lstKeys.begin(), lstKeys.end());
     const QSet<QString> setTiles(lstTiles.begin(), lstTiles.end());
-    if (setTiles.size() != lstTiles.size() || setKeys.size() != lstKeys.size())
+    const bool bSequenceRemoved = !m_objTool.host().callsOf(QStringLiteral("box warning: Are you sure you want to remove")).isEmpty();
+    // A removed sequence takes the keys of what its list shows, also one that another sequence's result has. That one's tile stays, and the
+    // same key can be loaded again. This is meant.
+    if (bSequenceRemoved)
+    {
+        m_setTaken += (setTiles & m_setKeys & m_setShared) - setKeys;
+    }
+    m_setTaken &= setTiles + setKeys;
+    QStringList lstOthers;
+    std::copy_if(lstTiles.begin(), lstTiles.end(), std::back_inserter(lstOthers),
+                 [this](const QString& strKey) { return !m_setTaken.contains(strKey); });
+    if ((setTiles - m_setTaken).size() != lstOthers.size() || setKeys.size() != lstKeys.size())
     {
         return QStringLiteral("twice the same key: tiles %1, keys %2")
             .arg(lstTiles.join(QStringLiteral(", ")), lstKeys.join(QStringLiteral(", ")));
     }
-    if (!setKeys.contains(setTiles))
+    if (!setKeys.contains(setTiles - m_setTaken))
     {
         return QStringLiteral("a tile without its key: tiles %1, keys %2")
             .arg(lstTiles.join(QStringLiteral(", ")), lstKeys.join(QStringLiteral(", ")));
@@ -155,7 +168,6 @@ QString CMonkeyRules::brokenByKeys()
     }
     // A removal of a sequence takes the tiles of all sequences whose ID holds its own, and of both kinds; it takes the keys of what its
     // list shows. A SOLA result that is loaded right after the last NOVA one has gone gets no tile. Both are meant.
-    const bool bSequenceRemoved = !m_objTool.host().callsOf(QStringLiteral("box warning: Are you sure you want to remove")).isEmpty();
     const QSet<QString> setWithoutTile = setKeys - setTiles;
     for (const QString& strKey : setWithoutTile - m_setWithoutTile)
     {

@@ -9,7 +9,8 @@ class CToolWindow;
 class CMonkeyRules
 {
 public:
-    explicit CMonkeyRules(CToolWindow& objTool);
+    /// Shared keys: those that results of two sequences have.
+    CMonkeyRules(CToolWindow& objTool, const QSet<QString>& setShared);
 
     /// The first rule that is broken, in words; null when all hold.
     QString broken();
@@ -32,6 +33,8 @@ private:
     int shownKind() const;
 
     CToolWindow& m_objTool;
+    QSet<QString> m_setShared;
+    QSet<QString> m_setTaken;       ///< shared keys that went with one of their results, and have not left the view since
     QSet<QString> m_setWithoutTile; ///< keys without a tile that are accounted for
     QSet<QString> m_setKeys;        ///< as of the last event
 };

@@ -65,6 +65,11 @@ QStringList CMonkeyStudy::sequences() const
     return {s_strSOLA, s_strLonger, s_strNOVA, s_strBoth, s_strNone};
 }
 
+QSet<QString> CMonkeyStudy::sharedKeys()
+{
+    return {s_strLonger + QStringLiteral("a")};
+}
+
 QStringList CMonkeyStudy::filesToOpen() const
 {
     return {m_objDisk.sequenceFolder(s_strDisk) + QStringLiteral("SequenceInfo.txt"),

@@ -3,6 +3,7 @@
 #include "CMonkeyRandom.h"
 #include "CStudyWriter.h"
 
+#include <QSet>
 #include <QStringList>
 
 /// The study that the monkey works on: small results of both kinds, some of them damaged, in sequences whose IDs hold one another, in one
@@ -17,6 +18,8 @@ public:
     QStringList sequences() const;
     /// Files that the open dialog is given: sequences, and what is none.
     QStringList filesToOpen() const;
+    /// Keys that results of two sequences have in common.
+    static QSet<QString> sharedKeys();
     /// A folder to export into.
     QString exportFolder() const { return m_objDisk.folder(); }
     /// Changes an index of saved results behind the tool's back; says how.

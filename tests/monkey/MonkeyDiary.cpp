@@ -21,6 +21,7 @@ constexpr unsigned s_nEventSeconds = 300;
 using Entry = std::array<char, s_nEntryBytes>;
 std::array<Entry, MonkeyDiary::s_nKept> s_aEntries;
 int s_nEvents = 0;
+QStringList* s_pAll = nullptr;
 std::array<char, 64> s_acSeed;
 
 constexpr std::array<int, 6> s_anSignals = {SIGSEGV, SIGABRT, SIGFPE, SIGILL, SIGBUS, SIGALRM};
@@ -71,6 +72,7 @@ namespace MonkeyDiary
 void begin(quint32 nSeed)
 {
     s_nEvents = 0;
+    s_pAll = nullptr;
     std::snprintf(s_acSeed.data(), s_acSeed.size(), "Seed %u; the last events:\n", nSeed);
     struct sigaction objAction = {};
     objAction.sa_handler = onSignal;
@@ -104,6 +106,10 @@ void write(const QString& strEvent)
     {
         std::fprintf(stderr, "%s\n", entry(s_nEvents - 1).data());
     }
+    if (s_pAll != nullptr && s_nEvents > 0)
+    {
+        s_pAll->append(QString::fromUtf8(entry(s_nEvents - 1).data()));
+    }
     std::snprintf(entry(s_nEvents).data(), s_nEntryBytes, "%d: %s", s_nEvents, strEvent.toUtf8().constData());
     ++s_nEvents;
     alarm(s_nEventSeconds);
@@ -118,6 +124,11 @@ void add(const QString& strText)
     Entry& objEntry = entry(s_nEvents - 1);
     const std::size_t nUsed = std::strlen(objEntry.data());
     std::snprintf(objEntry.data() + nUsed, objEntry.size() - nUsed, "; %s", strText.toUtf8().constData());
+}
+
+void keepAll(QStringList* pEntries)
+{
+    s_pAll = pEntries;
 }
 
 int eventIndex()

@@ -1,11 +1,14 @@
 // A monkey at the window: random events, and what must hold after each of them.
 
 #include "CMonkey.h"
+#include "COrmPreference.h"
 #include "COrmProcess.h"
 #include "OrmTestMain.h"
 
 #include <QApplication>
+#include <QMessageBox>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -23,7 +26,10 @@ class tst_Monkey : public QObject
 private slots:
     void rules_data();
     void rules();
+    void sharedKey();
+    void play_data();
     void play();
+    void sameSeed();
     void widestView();
 };
 
@@ -31,6 +37,8 @@ namespace
 {
 constexpr int s_nEvents = 2000;
 constexpr quint32 s_nSeed = 1;
+/// After so many events everything has come about, whatever the seed.
+constexpr int s_nEnough = 20000;
 
 /// A number from the environment, so that anyone can play as long as wished and with any seed.
 quint32 fromEnvironment(const char* pName, quint32 nOtherwise)
@@ -140,7 +148,7 @@ void tst_Monkey::rules()
     const CMonkeyStudy objStudy;
     CToolWindow objTool;
     objTool.open(objStudy.folder());
-    CMonkeyRules objRules(objTool);
+    CMonkeyRules objRules(objTool, CMonkeyStudy::sharedKeys());
     objTool.chooseSequence(QStringLiteral("SOLA M1"));
     objTool.load({QStringLiteral("a"), QStringLiteral("b")});
     objTool.chooseSequence(QStringLiteral("NOVA FL"));
@@ -159,10 +167,54 @@ void tst_Monkey::rules()
     QVERIFY2(strBroken.contains(strSays), qPrintable(strBroken));
 }
 
+/// Of two results with one key, the one whose sequence stays keeps its tile when the key goes. The rules know this, and of this key alone.
+void tst_Monkey::sharedKey()
+{
+    const CMonkeyStudy objStudy;
+    CToolWindow objTool;
+    objTool.host().setAnswer([](const SMessageRequest&) { return int(QMessageBox::Yes); });
+    objTool.open(objStudy.folder());
+    CMonkeyRules objRules(objTool, CMonkeyStudy::sharedKeys());
+    objTool.chooseSequence(QStringLiteral("SOLA M1"));
+    objTool.load({QStringLiteral("2a"), QStringLiteral("b")});
+    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
+    QCOMPARE(objRules.broken(), QString());
+
+    objTool.chooseSequence(QStringLiteral("SOLA M12"));
+    objTool.host().clear();
+    QMetaObject::invokeMethod(&objTool.window(), "onClickRemoveAction");
+    QCOMPARE(objTool.view().getLoadedResult(), QStringList({QStringLiteral("M1b")}));
+    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
+    QCOMPARE(objRules.broken(), QString());
+
+    objTool.chooseSequence(QStringLiteral("SOLA M1"));
+    objTool.host().clear();
+    objTool.load({QStringLiteral("2a")});
+    QCOMPARE(objTool.tiles().count(QStringLiteral("M12a")), 2);
+    QCOMPARE(objRules.broken(), QString());
+
+    objTool.view().getLoadedResult().removeAll(QStringLiteral("M1b"));
+    QVERIFY(objRules.broken().contains(QStringLiteral("a tile without its key")));
+}
+
+void tst_Monkey::play_data()
+{
+    QTest::addColumn<quint32>("nSeed");
+    QTest::addColumn<int>("nEvents");
+    if (qEnvironmentVariableIsSet("ORM_MONKEY_EVENTS") || qEnvironmentVariableIsSet("ORM_MONKEY_SEED"))
+    {
+        QTest::newRow("as wished") << fromEnvironment("ORM_MONKEY_SEED", s_nSeed)
+                                   << static_cast<int>(fromEnvironment("ORM_MONKEY_EVENTS", s_nEvents));
+        return;
+    }
+    QTest::newRow("any") << s_nSeed << s_nEvents;
+}
+
 void tst_Monkey::play()
 {
-    const int nEvents = static_cast<int>(fromEnvironment("ORM_MONKEY_EVENTS", s_nEvents));
-    CMonkey objMonkey(fromEnvironment("ORM_MONKEY_SEED", s_nSeed));
+    QFETCH(quint32, nSeed);
+    QFETCH(int, nEvents);
+    CMonkey objMonkey(nSeed);
     const QString strBroken = objMonkey.run(nEvents);
     QVERIFY2(strBroken.isNull(), qPrintable(strBroken));
 
@@ -171,7 +223,7 @@ void tst_Monkey::play()
           "%d events with both kinds, %d with selected voxels",
           nEvents, sMet.nMostTiles, sMet.nLoads, sMet.nRefusals, sMet.nClosesRefused, sMet.nSequencesRemoved, sMet.nTilesRemoved,
           sMet.nBothKinds, sMet.nMeasured);
-    if (nEvents < s_nEvents)
+    if (nEvents < (nSeed == s_nSeed ? s_nEvents : s_nEnough))
     {
         return; // too few to demand anything of
     }
@@ -183,6 +235,23 @@ void tst_Monkey::play()
     QVERIFY(sMet.nTilesRemoved > 0);
     QVERIFY(sMet.nBothKinds > 0);
     QVERIFY(sMet.nMeasured > 0);
+}
+
+/// What a seed did once it does again: a broken rule can be looked at a second time.
+void tst_Monkey::sameSeed()
+{
+    constexpr quint32 nSeed = 5;
+    constexpr int nEvents = 250;
+    std::array<QStringList, 2> alstDiaries;
+    for (QStringList& lstDiary : alstDiaries)
+    {
+        COrmPreference::setStore(QString()); // the monkey changes preferences
+        CMonkey objMonkey(nSeed);
+        const QString strBroken = objMonkey.run(nEvents, &lstDiary);
+        QVERIFY2(strBroken.isNull(), qPrintable(strBroken));
+        QCOMPARE(lstDiary.size(), nEvents - 1);
+    }
+    QCOMPARE(alstDiaries[0], alstDiaries[1]);
 }
 
 /// Wider than a viewport of OpenGL can be, and with hardly any height.
