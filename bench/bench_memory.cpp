@@ -18,18 +18,18 @@ namespace
 {
 constexpr double fMiB = 1048576.0;
 
-/// What a loaded result is made of: surface, maps, coordinates, raw and shown values of the voxels.
+/// What a loaded result is made of: surface, maps, coordinates and values of the voxels, and the raw values where they are others.
 double bytesOf(sAnalysisBase& objRecord)
 {
     const C3DVolume& objVolume = objRecord.objVolume;
     const std::size_t nVertices = objRecord.objMesh.vertices().size() / 3;
     std::size_t nFloats = objRecord.objMesh.vertices().size() + objRecord.objMesh.triangles().size() +
                           static_cast<std::size_t>(objRecord.mapPhotonDensity.size()) * nVertices;
-    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+    nFloats += objVolume.positions().size() + objVolume.values().size();
+    if (objRecord.objRawVolume.values().data() != objVolume.values().data())
     {
-        nFloats += objVolume.coordinates(nAxis).size();
+        nFloats += objRecord.objRawVolume.values().size();
     }
-    nFloats += objVolume.values().size() + objRecord.objRawVolume.values().size();
     return static_cast<double>(nFloats * sizeof(float));
 }
 

@@ -67,6 +67,7 @@ private slots:
     void separateArraysAreTheVoxels();
     void arraysOfDifferentLengthsAreRefused();
     void newValuesKeepThePlaces();
+    void sharedVoxelsHaveNumbersOfTheirOwn();
     void lowestAndHighestAreWhatWasGiven();
     void aCopySharesItsVoxels();
     void marksAreEachCopysOwn();
@@ -342,7 +343,7 @@ void tst_volume::separateArraysAreTheVoxels()
 {
     C3DVolume objVolume{QString()};
     const long nNext = C3DSGNode::m_nObjectCount;
-    QVERIFY(objVolume.takeVoxels(0.5f, {{{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}}, {10, 20, 30}}, 10.0f, 30.0f));
+    QVERIFY(objVolume.takeVoxels(0.5f, {{1, 4, 7, 2, 5, 8, 3, 6, 9}, {10, 20, 30}}, 10.0f, 30.0f));
     QCOMPARE(C3DSGNode::m_nObjectCount, nNext + 3);
     QCOMPARE(objVolume.getNoOfVoxels(), 3L);
     QCOMPARE(objVolume.getVoxelSize(), 0.5f);
@@ -367,8 +368,7 @@ void tst_volume::separateArraysAreTheVoxels()
     // Records become the same arrays.
     const C3DVolume objRow = row({5.0f, 6.0f});
     QVERIFY(objRow.values() == (OrmArray<float>{5.0f, 6.0f}));
-    QVERIFY(objRow.coordinates(0) == (OrmArray<float>{0.0f, 1.0f}));
-    QVERIFY(objRow.coordinates(2) == (OrmArray<float>{0.0f, 0.0f}));
+    QVERIFY(objRow.positions() == (OrmArray<float>{0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f}));
 }
 
 void tst_volume::arraysOfDifferentLengthsAreRefused()
@@ -376,9 +376,9 @@ void tst_volume::arraysOfDifferentLengthsAreRefused()
     C3DVolume objVolume = row({5.0f, 6.0f});
     const long nNext = C3DSGNode::m_nObjectCount;
     const CLogLines objLog;
-    QVERIFY(!objVolume.takeVoxels(1.0f, {{{{1, 2, 3}, {4, 5}, {7, 8, 9}}}, {10, 20, 30}}, 10.0f, 30.0f));
-    QVERIFY(!objVolume.takeVoxels(1.0f, {{{{1}, {4}, {7}}}, {}}, 0.0f, 0.0f));
-    QVERIFY(!objVolume.takeVoxels(0.0f, {{{{1}, {4}, {7}}}, {10}}, 10.0f, 10.0f));
+    QVERIFY(!objVolume.takeVoxels(1.0f, {{1, 4, 7, 2, 5, 8, 3, 6}, {10, 20, 30}}, 10.0f, 30.0f));
+    QVERIFY(!objVolume.takeVoxels(1.0f, {{1, 4, 7}, {}}, 0.0f, 0.0f));
+    QVERIFY(!objVolume.takeVoxels(0.0f, {{1, 4, 7}, {10}}, 10.0f, 10.0f));
     QVERIFY(!objVolume.takeValues({1.0f, 2.0f, 3.0f}, 1.0f, 3.0f));
     QVERIFY(!objVolume.takeValues({}, 0.0f, 0.0f));
     QCOMPARE(objLog.lines().size(), 5);
@@ -396,7 +396,7 @@ void tst_volume::newValuesKeepThePlaces()
     const long nNext = C3DSGNode::m_nObjectCount;
     QVERIFY(objVolume.takeValues({0.5f, 0.25f, 0.75f}, 0.25f, 0.75f));
     QCOMPARE(C3DSGNode::m_nObjectCount, nNext + 3);
-    QCOMPARE(objVolume.coordinates(0).data(), objRaw.coordinates(0).data()); // shared
+    QCOMPARE(objVolume.positions().data(), objRaw.positions().data()); // shared
     QCOMPARE(objVolume.getVoxelByNum(2)->x, 2.0f);
     QCOMPARE(objVolume.getVoxelByNum(2)->fValue, 0.75f);
     QCOMPARE(objVolume.getVoxelByNum(2)->nID, nNext + 2);
@@ -406,6 +406,28 @@ void tst_volume::newValuesKeepThePlaces()
     QVERIFY(!objVolume.isVoxelSelected(1));
     QVERIFY(objRaw.isVoxelSelected(1));
     QCOMPARE(objRaw.getVoxelByNum(2)->fValue, 7.0f);
+}
+
+void tst_volume::sharedVoxelsHaveNumbersOfTheirOwn()
+{
+    const C3DVolume objRaw = row({5.0f, 6.0f, 7.0f});
+    C3DVolume objVolume = row({1.0f});
+    objVolume.setMIP(true);
+    objVolume.addToVoxelSelection(1000);
+    const long nNext = C3DSGNode::m_nObjectCount;
+    objVolume.shareVoxels(objRaw);
+    QCOMPARE(C3DSGNode::m_nObjectCount, nNext + 3);
+    QCOMPARE(objVolume.positions().data(), objRaw.positions().data());
+    QCOMPARE(objVolume.values().data(), objRaw.values().data());
+    QCOMPARE(objVolume.getNoOfVoxels(), 3L);
+    QCOMPARE(objVolume.getVoxelByNum(2)->fValue, 7.0f);
+    QCOMPARE(objVolume.getVoxelByNum(2)->nID, nNext + 2);
+    QCOMPARE(objRaw.voxels().at(2).nID, 1002L);
+    QCOMPARE(objVolume.getAttribMinValue(), objRaw.getAttribMinValue());
+    QCOMPARE(objVolume.getAttribMaxValue(), objRaw.getAttribMaxValue());
+    QCOMPARE(objVolume.m_objPalette.imageMax(), static_cast<double>(objRaw.getAttribMaxValue()));
+    QCOMPARE(objVolume.getTotalFluxForSelectedVoxels(true), 0.0f);
+    QVERIFY(objVolume.m_bMIP);
 }
 
 void tst_volume::lowestAndHighestAreWhatWasGiven()

@@ -10,9 +10,9 @@
 #include <memory>
 
 class CGLDrawScope;
+class CHighestLook;
 class CPLResultXMLWrapper;
-class CVolumeGeometry;
-class CVolumeLook;
+class CTranslucentLook;
 class CVolumeMarks;
 class CVoxelBlock;
 
@@ -55,10 +55,12 @@ public:
     bool loadVoxelData(float fVoxelSize, unsigned long nVoxels, C3DVolume::Voxel* pVoxels, float fMin, float fMax);
     /// The same with an array that is taken over instead of copied.
     bool takeVoxelData(float fVoxelSize, QVector<Voxel> vecVoxels, float fMin, float fMax);
-    /// The same with separate arrays, which must be of the same length. The voxels take new numbers.
+    /// The same with separate arrays, which must be of as many voxels. The voxels take new numbers.
     bool takeVoxels(float fVoxelSize, SVoxelArrays sVoxels, float fMin, float fMax);
     /// The same for voxels that stay where they are and get other values, one for each.
     bool takeValues(OrmArray<float> vecValues, float fMin, float fMax);
+    /// The same with all that another volume's voxels are but their numbers: the two share it.
+    void shareVoxels(const C3DVolume& objOther);
 
     /// With true and GL_RENDER: draws the voxels with the current matrices. With GL_SELECT: loads the name of each voxel whose centre
     /// is inside the clip volume, with a hit record of one name for each, whatever its value. OpenGL state is left as it was,
@@ -78,8 +80,8 @@ public:
     /// All voxels as records, for whom separate arrays do not serve: they are made at the first call of this or of getVoxelByNum(), and
     /// stay as long as the voxels.
     const QVector<Voxel>& voxels() const;
-    /// The centres of all voxels along an axis (0 x, 1 y, 2 z), millimetres.
-    const OrmArray<float>& coordinates(std::size_t nAxis) const;
+    /// x, y, z of the centres of all voxels, millimetres.
+    const OrmArray<float>& positions() const;
     /// The values of all voxels.
     const OrmArray<float>& values() const;
 
@@ -102,17 +104,17 @@ public:
 
 private:
     void setBlock(float fVoxelSize, std::shared_ptr<const CVoxelBlock> pBlock, float fMin, float fMax);
-    const CVolumeLook& look();
     void drawVoxels();
     void drawMarks(CGLDrawScope& objScope, int nPixels, bool bRing);
     void drawHighest(CGLDrawScope& objScope, int nPixels);
     void drawTranslucent(CGLDrawScope& objScope, double fPixels);
     void nameVoxels() const;
 
-    std::shared_ptr<const CVoxelBlock> m_pBlock; ///< the voxels and what is made of them once; never null
-    std::shared_ptr<const CVolumeLook> m_pLook;  ///< colours for one state of palette, threshold and projection; null until needed
-    QSharedDataPointer<CVolumeMarks> m_pMarks;   ///< null while nothing is marked
-    double m_fDisplayThreshold;                  ///< fraction of the highest value
+    std::shared_ptr<const CVoxelBlock> m_pBlock;                ///< the voxels and what is made of them once; never null
+    std::shared_ptr<const CHighestLook> m_pHighestLook;         ///< as it was drawn last; null if it was drawn otherwise or not at all
+    std::shared_ptr<const CTranslucentLook> m_pTranslucentLook; ///< the same
+    QSharedDataPointer<CVolumeMarks> m_pMarks;                  ///< null while nothing is marked
+    double m_fDisplayThreshold;                                 ///< fraction of the highest value
 };
 
 Q_DECLARE_TYPEINFO(C3DVolume::Voxel, Q_PRIMITIVE_TYPE);

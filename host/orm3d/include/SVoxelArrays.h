@@ -2,14 +2,9 @@
 
 #include "OrmArray.h"
 
-#include <array>
-
-/// Voxels as separate arrays with one element per voxel each: half the memory of records, and all that a loop over one of
-/// their numbers reads.
+/// Voxels as two arrays, in the order of the voxels: half the memory of records, and fit to be drawn as they are.
 struct SVoxelArrays
 {
-    using Coordinates = std::array<OrmArray<float>, 3>;
-
-    Coordinates m_avecCoordinates; ///< centres along x, y and z, millimetres
-    OrmArray<float> m_vecValues;   ///< amounts
+    OrmArray<float> m_vecPositions; ///< x, y, z of each centre, millimetres
+    OrmArray<float> m_vecValues;    ///< amounts
 };

@@ -2,7 +2,6 @@
 
 #include "CDrawRehearsal.h"
 #include "COrmLog.h"
-#include "CVolumeLook.h"
 #include "CVolumeMarks.h"
 #include "CVoxelBlock.h"
 #include "FiniteSum.h"
@@ -38,7 +37,7 @@ bool isVoxelSize(float fVoxelSize)
 
 bool refuseCounts(std::size_t nCoordinates, std::size_t nValues)
 {
-    ORM_LOG(3, QStringLiteral("A volume was refused: there are %1 coordinates and %2 values.").arg(nCoordinates).arg(nValues));
+    ORM_LOG(3, QStringLiteral("A volume was refused: there are %1 coordinates for %2 values.").arg(nCoordinates).arg(nValues));
     return false;
 }
 
@@ -91,16 +90,13 @@ bool C3DVolume::takeVoxelData(float fVoxelSize, QVector<Voxel> vecVoxels, float 
 bool C3DVolume::takeVoxels(float fVoxelSize, SVoxelArrays sVoxels, float fMin, float fMax)
 {
     const std::size_t nVoxels = sVoxels.m_vecValues.size();
-    for (const OrmArray<float>& vecCoordinates : sVoxels.m_avecCoordinates)
-    {
-        if (vecCoordinates.size() != nVoxels)
-            return refuseCounts(vecCoordinates.size(), nVoxels);
-    }
+    if (sVoxels.m_vecPositions.size() != 3 * nVoxels)
+        return refuseCounts(sVoxels.m_vecPositions.size(), nVoxels);
     if (!isVoxelSize(fVoxelSize))
         return false;
-    auto pCoordinates = std::make_shared<const SVoxelArrays::Coordinates>(std::move(sVoxels.m_avecCoordinates));
-    setBlock(fVoxelSize,
-             std::make_shared<const CVoxelBlock>(fVoxelSize, std::move(pCoordinates), std::move(sVoxels.m_vecValues), takeNumbers(nVoxels)),
+    auto pPositions = std::make_shared<const OrmArray<float>>(std::move(sVoxels.m_vecPositions));
+    auto pValues = std::make_shared<const OrmArray<float>>(std::move(sVoxels.m_vecValues));
+    setBlock(fVoxelSize, std::make_shared<const CVoxelBlock>(fVoxelSize, std::move(pPositions), std::move(pValues), takeNumbers(nVoxels)),
              fMin, fMax);
     return true;
 }
@@ -109,11 +105,21 @@ bool C3DVolume::takeValues(OrmArray<float> vecValues, float fMin, float fMax)
 {
     const std::size_t nVoxels = vecValues.size();
     if (nVoxels != m_pBlock->size())
-        return refuseCounts(m_pBlock->size(), nVoxels);
+        return refuseCounts(m_pBlock->positions()->size(), nVoxels);
+    auto pValues = std::make_shared<const OrmArray<float>>(std::move(vecValues));
     setBlock(m_fVoxelSize,
-             std::make_shared<const CVoxelBlock>(m_fVoxelSize, m_pBlock->coordinates(), std::move(vecValues), takeNumbers(nVoxels)), fMin,
+             std::make_shared<const CVoxelBlock>(m_fVoxelSize, m_pBlock->positions(), std::move(pValues), takeNumbers(nVoxels)), fMin,
              fMax);
     return true;
+}
+
+void C3DVolume::shareVoxels(const C3DVolume& objOther)
+{
+    const CVoxelBlock& objVoxels = *objOther.m_pBlock;
+    setBlock(objOther.m_fVoxelSize,
+             std::make_shared<const CVoxelBlock>(objOther.m_fVoxelSize, objVoxels.positions(), objVoxels.sharedValues(),
+                                                 takeNumbers(objVoxels.size())),
+             objOther.m_fAttribMin, objOther.m_fAttribMax);
 }
 
 /// Puts voxels in the place of those that are there.
@@ -124,15 +130,16 @@ void C3DVolume::setBlock(float fVoxelSize, std::shared_ptr<const CVoxelBlock> pB
     m_fAttribMin = fMin;
     m_fAttribMax = fMax;
     m_pBlock = std::move(pBlock);
-    m_pLook.reset();
+    m_pHighestLook.reset();
+    m_pTranslucentLook.reset();
     m_pMarks = nullptr;
     if (std::isfinite(fMin) && std::isfinite(fMax))
         m_objPalette.SetImageMinMax(static_cast<double>(fMin), static_cast<double>(fMax));
 }
 
-const OrmArray<float>& C3DVolume::coordinates(std::size_t nAxis) const
+const OrmArray<float>& C3DVolume::positions() const
 {
-    return m_pBlock->coordinates(nAxis);
+    return *m_pBlock->positions();
 }
 
 const OrmArray<float>& C3DVolume::values() const
@@ -161,7 +168,7 @@ void C3DVolume::addToVoxelSelection(long nID)
     if (!m_pMarks)
         m_pMarks = new CVolumeMarks(m_pBlock->size());
     for (const quint32 nVoxel : vecVoxels)
-        m_pMarks->add(nVoxel, m_pBlock->coordinates(0)[nVoxel], m_pBlock->coordinates(1)[nVoxel], m_pBlock->coordinates(2)[nVoxel]);
+        m_pMarks->add(nVoxel, m_pBlock->position(nVoxel));
 }
 
 void C3DVolume::clearAllVoxelSelection()

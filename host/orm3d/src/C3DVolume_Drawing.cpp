@@ -4,7 +4,8 @@
 
 #include "CClipVolume.h"
 #include "CGLDrawScope.h"
-#include "CVolumeLook.h"
+#include "CHighestLook.h"
+#include "CTranslucentLook.h"
 #include "CVolumeMarks.h"
 #include "CVoxelBlock.h"
 #include "VoxelSquares.h"
@@ -112,14 +113,6 @@ void drawSquares(CGLDrawScope& objScope, const std::vector<VoxelSquares::SSquare
 }
 } // namespace
 
-const CVolumeLook& C3DVolume::look()
-{
-    const CVolumeLook::SState sState{m_objPalette, m_fDisplayThreshold, m_bMIP};
-    if (!m_pLook || !(m_pLook->state() == sState))
-        m_pLook = std::make_shared<const CVolumeLook>(m_pBlock->geometry(), sState, m_pLook.get());
-    return *m_pLook;
-}
-
 void C3DVolume::drawVoxels()
 {
     CGLDrawScope objScope;
@@ -145,30 +138,34 @@ void C3DVolume::drawVoxels()
 /// Every pixel keeps what is drawn last there: the highest value behind it, in just the colour of the bar.
 void C3DVolume::drawHighest(CGLDrawScope& objScope, int nPixels)
 {
-    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
-    const CVolumeLook& objLook = look();
-    const std::size_t nFirst = objLook.first();
-    drawSquares(
-        objScope,
-        VoxelSquares::seen({{objGeometry.coordinates(0) + nFirst, objGeometry.coordinates(1) + nFirst, objGeometry.coordinates(2) + nFirst},
-                            objLook.colors(),
-                            objGeometry.size() - nFirst},
-                           viewOf(objScope), nPixels),
-        nPixels);
+    const SVolumeLook sLook{m_objPalette, m_fDisplayThreshold};
+    if (!m_pHighestLook || !(m_pHighestLook->look() == sLook))
+        m_pHighestLook = std::make_shared<const CHighestLook>(*m_pBlock, sLook);
+    m_pTranslucentLook.reset();
+    const CValueOrder& objOrder = m_pBlock->valueOrder();
+    const std::size_t nFirst = m_pHighestLook->first();
+    drawSquares(objScope,
+                VoxelSquares::seen({{objOrder.coordinates(0) + nFirst, objOrder.coordinates(1) + nFirst, objOrder.coordinates(2) + nFirst},
+                                    m_pHighestLook->colors(),
+                                    objOrder.size() - nFirst},
+                                   viewOf(objScope), nPixels),
+                nPixels);
 }
 
 /// Squares of two voxels, the farthest first.
 void C3DVolume::drawTranslucent(CGLDrawScope& objScope, double fPixels)
 {
-    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
-    const CVolumeLook& objLook = look();
+    const SVolumeLook sLook{m_objPalette, m_fDisplayThreshold};
+    if (!m_pTranslucentLook || !(m_pTranslucentLook->look() == sLook))
+        m_pTranslucentLook = std::make_shared<const CTranslucentLook>(*m_pBlock, sLook, m_pTranslucentLook.get());
+    m_pHighestLook.reset();
     const std::array<float, 16>& af = objScope.modelview();
-    const std::vector<quint32>& vecOrder = objLook.backToFront(objGeometry, af[2] >= 0.0f, af[6] >= 0.0f, af[10] >= 0.0f);
+    const OrmArray<quint32>& vecOrder = m_pTranslucentLook->backToFront(*m_pBlock, af[2] >= 0.0f, af[6] >= 0.0f, af[10] >= 0.0f);
     glEnable(GL_BLEND);
     glEnable(GL_POINT_SPRITE); // sizes are exact fractions of pixels then
     glPointSize(pointSize(2.0 * fPixels));
-    glVertexPointer(3, GL_FLOAT, 0, objGeometry.positions() + 3 * objLook.first());
-    glColorPointer(4, GL_UNSIGNED_BYTE, 0, objLook.colors());
+    glVertexPointer(3, GL_FLOAT, 0, m_pBlock->position(0));
+    glColorPointer(4, GL_UNSIGNED_BYTE, 0, m_pTranslucentLook->colors());
     glDrawElements(GL_POINTS, static_cast<GLsizei>(vecOrder.size()), GL_UNSIGNED_INT, vecOrder.data());
     glDisable(GL_POINT_SPRITE);
 }
@@ -205,7 +202,7 @@ void C3DVolume::drawMarks(CGLDrawScope& objScope, int nPixels, bool bRing)
 
 void C3DVolume::nameVoxels() const
 {
-    const CVolumeGeometry& objGeometry = m_pBlock->geometry();
+    const CVoxelBlock& objVoxels = *m_pBlock;
     CGLDrawScope objScope;
     GLint nNames = 0;
     glGetIntegerv(GL_NAME_STACK_DEPTH, &nNames);
@@ -213,18 +210,17 @@ void C3DVolume::nameVoxels() const
         glPushName(0);
 
     // What lies clearly outside is dropped here, since a name costs OpenGL many times as much as this test.
-    const CClipVolume objClip(clipMatrix(objScope), objGeometry.extent());
-    const float* apCoordinates[3] = {objGeometry.coordinates(0), objGeometry.coordinates(1), objGeometry.coordinates(2)};
+    const CClipVolume objClip(clipMatrix(objScope), objVoxels.extent());
     std::array<quint32, CClipVolume::nAtOnce> anInside;
-    for (std::size_t nFrom = 0; nFrom < objGeometry.size(); nFrom += CClipVolume::nAtOnce)
+    for (std::size_t nFrom = 0; nFrom < objVoxels.size(); nFrom += CClipVolume::nAtOnce)
     {
-        const std::size_t nTo = std::min(nFrom + CClipVolume::nAtOnce, objGeometry.size());
-        const std::size_t nInside = objClip.inside(apCoordinates, nFrom, nTo, anInside.data());
+        const std::size_t nTo = std::min(nFrom + CClipVolume::nAtOnce, objVoxels.size());
+        const std::size_t nInside = objClip.inside(objVoxels.position(0), nFrom, nTo, anInside.data());
         for (std::size_t i = 0; i < nInside; ++i)
         {
-            const std::size_t nPlace = anInside[i];
-            glLoadName(objGeometry.name(nPlace));
-            glRasterPos3f(apCoordinates[0][nPlace], apCoordinates[1][nPlace], apCoordinates[2][nPlace]);
+            const std::size_t nVoxel = anInside[i];
+            glLoadName(objVoxels.name(nVoxel));
+            glRasterPos3fv(objVoxels.position(nVoxel));
         }
     }
     if (nNames == 0)

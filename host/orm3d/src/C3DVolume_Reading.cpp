@@ -106,13 +106,11 @@ bool C3DVolume::loadFromXML(CPLResultXMLWrapper* pWrapper, const QString& strKin
         const auto nVoxels = static_cast<std::size_t>(sHeader.m_nCount);
 
         SVoxelArrays sVoxels;
-        for (OrmArray<float>& vecCoordinates : sVoxels.m_avecCoordinates)
-            vecCoordinates.resize(nVoxels);
+        sVoxels.m_vecPositions.resize(3 * nVoxels);
         sVoxels.m_vecValues.resize(nVoxels);
         for (std::size_t i = 0; i < nVoxels; ++i)
         {
-            for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
-                sVoxels.m_avecCoordinates[nAxis][i] = vecNumbers[4 * i + nAxis];
+            std::copy_n(vecNumbers.data() + 4 * i, 3, sVoxels.m_vecPositions.data() + 3 * i);
             sVoxels.m_vecValues[i] = vecNumbers[4 * i + 3];
         }
         const auto pairEnds = std::minmax_element(sVoxels.m_vecValues.cbegin(), sVoxels.m_vecValues.cend());

@@ -23,13 +23,11 @@ CClipVolume::CClipVolume(const std::array<double, 16>& afClip, const std::array<
         m_afSlack[nAxis] = static_cast<float>(fClipSlack + fRoundingSlack * (afLargest[3] + afLargest[nAxis]));
 }
 
-std::size_t CClipVolume::inside(const float* const (&apCoordinates)[3], std::size_t nFrom, std::size_t nTo, quint32* pInside) const
+std::size_t CClipVolume::inside(const float* pPositions, std::size_t nFrom, std::size_t nTo, quint32* pInside) const
 {
-    const float* pX = apCoordinates[0] + nFrom;
-    const float* pY = apCoordinates[1] + nFrom;
-    const float* pZ = apCoordinates[2] + nFrom;
+    const float* p = pPositions + 3 * nFrom;
     const auto dot = [&](std::size_t nRow, std::size_t i)
-    { return m_afRows[nRow][0] * pX[i] + m_afRows[nRow][1] * pY[i] + m_afRows[nRow][2] * pZ[i] + m_afRows[nRow][3]; };
+    { return m_afRows[nRow][0] * p[3 * i] + m_afRows[nRow][1] * p[3 * i + 1] + m_afRows[nRow][2] * p[3 * i + 2] + m_afRows[nRow][3]; };
     std::array<quint32, nAtOnce> anFlags;
     for (std::size_t i = 0; i < nTo - nFrom; ++i)
     {

@@ -18,10 +18,10 @@ public:
     CClipVolume(const std::array<double, 16>& afClip, const std::array<float, 3>& afExtent);
 
     /// Writes which of the points from nFrom on to before nTo, no more than nAtOnce, may be inside.
-    /// @param apCoordinates arrays of x, of y and of z
-    /// @param pInside       room for all of them
+    /// @param pPositions x, y, z of each point from the first on
+    /// @param pInside    room for all of them
     /// @return how many there are
-    std::size_t inside(const float* const (&apCoordinates)[3], std::size_t nFrom, std::size_t nTo, quint32* pInside) const;
+    std::size_t inside(const float* pPositions, std::size_t nFrom, std::size_t nTo, quint32* pInside) const;
 
 private:
     float m_afRows[4][4]; ///< clip coordinates from scene coordinates

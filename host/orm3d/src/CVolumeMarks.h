@@ -14,15 +14,15 @@ public:
     explicit CVolumeMarks(std::size_t nVoxels) : m_vecMarked(nVoxels, false) {}
 
     bool isMarked(quint32 nVoxel) const { return m_vecMarked[nVoxel]; }
-    void add(quint32 nVoxel, float fX, float fY, float fZ)
+    /// @param pPosition x, y, z
+    void add(quint32 nVoxel, const float* pPosition)
     {
         if (m_vecMarked[nVoxel])
             return;
         m_vecMarked[nVoxel] = true;
         m_vecVoxels.push_back(nVoxel);
-        m_avecCoordinates[0].push_back(fX);
-        m_avecCoordinates[1].push_back(fY);
-        m_avecCoordinates[2].push_back(fZ);
+        for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+            m_avecCoordinates[nAxis].push_back(pPosition[nAxis]);
     }
     /// The marked voxels, in the order in which they were marked.
     const std::vector<quint32>& voxels() const { return m_vecVoxels; }

@@ -1,36 +1,40 @@
 #include "CVoxelBlock.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
 
-CVoxelBlock::CVoxelBlock() : m_pCoordinates(std::make_shared<const SVoxelArrays::Coordinates>()) {}
+CVoxelBlock::CVoxelBlock() : m_pPositions(std::make_shared<const OrmArray<float>>()), m_pValues(std::make_shared<const OrmArray<float>>())
+{
+}
 
 CVoxelBlock::CVoxelBlock(float fVoxelSize, QVector<C3DVolume::Voxel> vecVoxels)
     : m_fVoxelSize(fVoxelSize), m_vecVoxels(std::move(vecVoxels))
 {
     const auto nVoxels = static_cast<std::size_t>(m_vecVoxels.size());
     const C3DVolume::Voxel* pVoxels = m_vecVoxels.constData();
-    SVoxelArrays::Coordinates avecCoordinates;
-    for (OrmArray<float>& vecCoordinates : avecCoordinates)
-        vecCoordinates.resize(nVoxels);
-    m_vecValues.resize(nVoxels);
+    OrmArray<float> vecPositions;
+    OrmArray<float> vecValues;
+    vecPositions.reserve(3 * nVoxels);
+    vecValues.reserve(nVoxels);
     bool bConsecutive = true;
     for (std::size_t i = 0; i < nVoxels; ++i)
     {
-        avecCoordinates[0][i] = pVoxels[i].x;
-        avecCoordinates[1][i] = pVoxels[i].y;
-        avecCoordinates[2][i] = pVoxels[i].z;
-        m_vecValues[i] = pVoxels[i].fValue;
+        vecPositions.insert(vecPositions.end(), {pVoxels[i].x, pVoxels[i].y, pVoxels[i].z});
+        vecValues.push_back(pVoxels[i].fValue);
         bConsecutive = bConsecutive && (i == 0 || (pVoxels[i - 1].nID < pVoxels[i].nID && pVoxels[i].nID - 1 == pVoxels[i - 1].nID));
     }
-    m_pCoordinates = std::make_shared<const SVoxelArrays::Coordinates>(std::move(avecCoordinates));
+    m_pPositions = std::make_shared<const OrmArray<float>>(std::move(vecPositions));
+    m_pValues = std::make_shared<const OrmArray<float>>(std::move(vecValues));
     if (nVoxels > 0)
         m_nFirstID = pVoxels[0].nID;
     if (!bConsecutive)
         std::transform(pVoxels, pVoxels + nVoxels, std::back_inserter(m_vecIDs), [](const C3DVolume::Voxel& voxel) { return voxel.nID; });
 }
 
-CVoxelBlock::CVoxelBlock(float fVoxelSize, PCoordinates pCoordinates, OrmArray<float> vecValues, long nFirstID)
-    : m_fVoxelSize(fVoxelSize), m_pCoordinates(std::move(pCoordinates)), m_vecValues(std::move(vecValues)), m_nFirstID(nFirstID)
+CVoxelBlock::CVoxelBlock(float fVoxelSize, PArray pPositions, PArray pValues, long nFirstID)
+    : m_fVoxelSize(fVoxelSize), m_pPositions(std::move(pPositions)), m_pValues(std::move(pValues)), m_nFirstID(nFirstID)
 {
 }
 
@@ -40,16 +44,53 @@ const QVector<C3DVolume::Voxel>& CVoxelBlock::voxels() const
     {
         m_vecVoxels.reserve(static_cast<int>(size()));
         for (std::size_t i = 0; i < size(); ++i)
-            m_vecVoxels.append({coordinates(0)[i], coordinates(1)[i], coordinates(2)[i], id(i), m_vecValues[i]});
+            m_vecVoxels.append({position(i)[0], position(i)[1], position(i)[2], id(i), values()[i]});
     }
     return m_vecVoxels;
 }
 
-const CVolumeGeometry& CVoxelBlock::geometry() const
+float CVoxelBlock::highest() const
 {
-    if (!m_pGeometry)
-        m_pGeometry = std::make_unique<const CVolumeGeometry>(*this, m_fVoxelSize);
-    return *m_pGeometry;
+    if (!m_fHighest)
+    {
+        constexpr float fLowest = std::numeric_limits<float>::lowest();
+        float fHighest = fLowest;
+        for (const float fValue : values())
+            fHighest = fValue > fHighest && std::isfinite(fValue) ? fValue : fHighest;
+        m_fHighest = fHighest > fLowest ? fHighest : 0.0f;
+    }
+    return *m_fHighest;
+}
+
+const std::array<float, 3>& CVoxelBlock::extent() const
+{
+    if (!m_afExtent)
+    {
+        m_afExtent = {0.0f, 0.0f, 0.0f};
+        for (std::size_t i = 0; i < size(); ++i)
+        {
+            for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
+            {
+                const float fDistance = std::abs(position(i)[nAxis]);
+                (*m_afExtent)[nAxis] = std::max((*m_afExtent)[nAxis], std::isfinite(fDistance) ? fDistance : 0.0f);
+            }
+        }
+    }
+    return *m_afExtent;
+}
+
+const CGridOrder& CVoxelBlock::gridOrder() const
+{
+    if (!m_pGridOrder)
+        m_pGridOrder = std::make_unique<const CGridOrder>(*this, m_fVoxelSize);
+    return *m_pGridOrder;
+}
+
+const CValueOrder& CVoxelBlock::valueOrder() const
+{
+    if (!m_pValueOrder)
+        m_pValueOrder = std::make_unique<const CValueOrder>(*this);
+    return *m_pValueOrder;
 }
 
 std::vector<quint32> CVoxelBlock::voxelsNamed(quint32 nName) const

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "C3DVolume.h"
-#include "CVolumeGeometry.h"
-#include "SVoxelArrays.h"
+#include "CGridOrder.h"
+#include "CHighestLook.h"
+#include "OrmArray.h"
 
 #include <QVector>
 
+#include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -15,20 +18,23 @@
 class CVoxelBlock
 {
 public:
-    using PCoordinates = std::shared_ptr<const SVoxelArrays::Coordinates>;
+    using PArray = std::shared_ptr<const OrmArray<float>>;
 
     CVoxelBlock();
     CVoxelBlock(float fVoxelSize, QVector<C3DVolume::Voxel> vecVoxels);
-    /// Voxels numbered from nFirstID on. All arrays must have the same length.
-    CVoxelBlock(float fVoxelSize, PCoordinates pCoordinates, OrmArray<float> vecValues, long nFirstID);
+    /// Voxels numbered from nFirstID on, with three coordinates for each value.
+    CVoxelBlock(float fVoxelSize, PArray pPositions, PArray pValues, long nFirstID);
     CVoxelBlock(const CVoxelBlock&) = delete;
     CVoxelBlock& operator=(const CVoxelBlock&) = delete;
 
-    std::size_t size() const { return m_vecValues.size(); }
-    const OrmArray<float>& coordinates(std::size_t nAxis) const { return (*m_pCoordinates)[nAxis]; }
+    std::size_t size() const { return m_pValues->size(); }
+    /// x, y, z of the centres of all voxels, to be shared.
+    const PArray& positions() const { return m_pPositions; }
+    /// x, y, z of a voxel's centre.
+    const float* position(std::size_t nVoxel) const { return m_pPositions->data() + 3 * nVoxel; }
+    const OrmArray<float>& values() const { return *m_pValues; }
     /// The same, to be shared.
-    const PCoordinates& coordinates() const { return m_pCoordinates; }
-    const OrmArray<float>& values() const { return m_vecValues; }
+    const PArray& sharedValues() const { return m_pValues; }
     /// The number of a voxel.
     long id(std::size_t nVoxel) const { return m_vecIDs.empty() ? m_nFirstID + static_cast<long>(nVoxel) : m_vecIDs[nVoxel]; }
     /// Its OpenGL name.
@@ -38,16 +44,23 @@ public:
 
     /// All voxels as records; made at the first call, unless the block was made of them.
     const QVector<C3DVolume::Voxel>& voxels() const;
-    /// The voxels as they are drawn; made at the first call.
-    const CVolumeGeometry& geometry() const;
+    /// The highest finite value, 0 without any, and the largest absolute finite coordinate along each axis; found at the first call.
+    float highest() const;
+    const std::array<float, 3>& extent() const;
+    /// The orders in which the voxels are drawn; made at the first call.
+    const CGridOrder& gridOrder() const;
+    const CValueOrder& valueOrder() const;
 
 private:
     float m_fVoxelSize = 1.0f; ///< millimetres
-    PCoordinates m_pCoordinates;
-    OrmArray<float> m_vecValues;
+    PArray m_pPositions;       ///< never null, as the next one
+    PArray m_pValues;
     long m_nFirstID = 0;
-    std::vector<long> m_vecIDs;                                  ///< empty where each number follows the one before
-    mutable QVector<C3DVolume::Voxel> m_vecVoxels;               ///< empty until needed
-    mutable std::unique_ptr<const CVolumeGeometry> m_pGeometry;  ///< null until needed
+    std::vector<long> m_vecIDs;                    ///< empty where each number follows the one before
+    mutable QVector<C3DVolume::Voxel> m_vecVoxels; ///< empty until needed
+    mutable std::optional<float> m_fHighest;       ///< empty until needed, as the next one
+    mutable std::optional<std::array<float, 3>> m_afExtent;
+    mutable std::unique_ptr<const CGridOrder> m_pGridOrder; ///< null until needed, as the next one
+    mutable std::unique_ptr<const CValueOrder> m_pValueOrder;
     mutable std::vector<std::pair<quint32, quint32>> m_vecNames; ///< name and voxel, sorted; empty until needed, and without m_vecIDs
 };

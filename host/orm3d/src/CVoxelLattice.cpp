@@ -9,11 +9,11 @@
 /// The coordinates of voxels wherever they stand in memory.
 struct CVoxelLattice::SCoordinates
 {
-    std::array<const float*, 3> m_apFirst; ///< along x, y and z
+    const float* m_pFirst; ///< x, y, z of the first
     qint64 m_nCount;
     std::size_t m_nStride; ///< floats from a voxel to the next
 
-    float of(qint64 nVoxel, std::size_t nAxis) const { return m_apFirst[nAxis][m_nStride * static_cast<std::size_t>(nVoxel)]; }
+    float of(qint64 nVoxel, std::size_t nAxis) const { return m_pFirst[m_nStride * static_cast<std::size_t>(nVoxel) + nAxis]; }
 };
 
 namespace
@@ -35,16 +35,12 @@ QString axisName(std::size_t nAxis)
 
 bool CVoxelLattice::fit(const C3DVolume& objVolume, QString* pstrReason)
 {
-    return fit(
-        {{objVolume.coordinates(0).data(), objVolume.coordinates(1).data(), objVolume.coordinates(2).data()}, objVolume.m_nVoxels, 1},
-        static_cast<double>(objVolume.m_fVoxelSize), pstrReason);
+    return fit({objVolume.positions().data(), objVolume.m_nVoxels, 3}, static_cast<double>(objVolume.m_fVoxelSize), pstrReason);
 }
 
 bool CVoxelLattice::fit(const float* pCoordinates, qint64 nVoxels, std::size_t nStride, double fPitch, QString* pstrReason)
 {
-    if (nVoxels <= 0)
-        return fit({{nullptr, nullptr, nullptr}, 0, nStride}, fPitch, pstrReason);
-    return fit({{pCoordinates, pCoordinates + 1, pCoordinates + 2}, nVoxels, nStride}, fPitch, pstrReason);
+    return fit({pCoordinates, nVoxels, nStride}, fPitch, pstrReason);
 }
 
 bool CVoxelLattice::fit(const SCoordinates& sCoordinates, double fPitch, QString* pstrReason)

@@ -95,7 +95,7 @@ struct SKept
 SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside)
 {
     SKept sKept;
-    SVoxelArrays::Coordinates& avecCoordinates = sKept.m_sVoxels.m_avecCoordinates;
+    OrmArray<float>& vecPositions = sKept.m_sVoxels.m_vecPositions;
     forEachRun(objGrid, objSweep, pInside,
                [&](const float*, std::size_t nCount, long nFirst, long nY, long nZ)
                {
@@ -104,12 +104,11 @@ SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsid
                        if (!objGrid.isFilled(nX, nY, nZ))
                            continue;
                        const Coord3d objCentre = objGrid.cellCentre(nX, nY, nZ);
-                       avecCoordinates[0].push_back(static_cast<float>(objCentre.x));
-                       avecCoordinates[1].push_back(static_cast<float>(objCentre.y));
-                       avecCoordinates[2].push_back(static_cast<float>(objCentre.z));
+                       for (const double fCoordinate : {objCentre.x, objCentre.y, objCentre.z})
+                           vecPositions.push_back(static_cast<float>(fCoordinate));
                    }
                });
-    sKept.m_sVoxels.m_vecValues.resize(avecCoordinates[0].size(), 0.0f);
+    sKept.m_sVoxels.m_vecValues.resize(vecPositions.size() / 3, 0.0f);
     return sKept;
 }
 
@@ -117,12 +116,10 @@ SKept emptyVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsid
 SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInsideRuns* pInside, const SBounds& sBounds, float fFraction)
 {
     SKept sKept;
-    OrmArray<float>& vecX = sKept.m_sVoxels.m_avecCoordinates[0];
-    OrmArray<float>& vecY = sKept.m_sVoxels.m_avecCoordinates[1];
-    OrmArray<float>& vecZ = sKept.m_sVoxels.m_avecCoordinates[2];
+    OrmArray<float>& vecPositions = sKept.m_sVoxels.m_vecPositions;
     OrmArray<float>& vecValues = sKept.m_sVoxels.m_vecValues;
-    for (OrmArray<float>* pArray : {&vecX, &vecY, &vecZ, &vecValues})
-        pArray->resize(sBounds.m_nMost + 1); // one more, which is written to and not kept
+    vecPositions.resize(3 * (sBounds.m_nMost + 1)); // one more, which is written to and not kept
+    vecValues.resize(sBounds.m_nMost + 1);
     std::vector<float> vecCentres;
     for (long nX = 0; nX < objGrid.cells(0); ++nX)
         vecCentres.push_back(static_cast<float>(objGrid.cellCentre(nX, 0, 0).x));
@@ -132,22 +129,23 @@ SKept keptVoxels(const fVolumeGrid& objGrid, CGridSweep& objSweep, const CInside
     forEachRun(objGrid, objSweep, pInside,
                [&](const float* pAmounts, std::size_t nCount, long nFirst, long nY, long nZ)
                {
-                   const std::size_t nBefore = nKept;
+                   const Coord3d objRow = objGrid.cellCentre(0, nY, nZ);
+                   const auto fY = static_cast<float>(objRow.y);
+                   const auto fZ = static_cast<float>(objRow.z);
                    const float* pCentres = vecCentres.data() + nFirst;
-                   float* pX = vecX.data();
+                   float* pPositions = vecPositions.data();
                    float* pValues = vecValues.data();
                    for (std::size_t i = 0; i < nCount; ++i) // without a branch: what is not kept is overwritten
                    {
-                       pX[nKept] = pCentres[i];
+                       pPositions[3 * nKept] = pCentres[i];
+                       pPositions[3 * nKept + 1] = fY;
+                       pPositions[3 * nKept + 2] = fZ;
                        pValues[nKept] = pAmounts[i];
                        nKept += pAmounts[i] >= fLeast ? 1 : 0;
                    }
-                   const Coord3d objRow = objGrid.cellCentre(0, nY, nZ);
-                   std::fill(vecY.data() + nBefore, vecY.data() + nKept, static_cast<float>(objRow.y));
-                   std::fill(vecZ.data() + nBefore, vecZ.data() + nKept, static_cast<float>(objRow.z));
                });
-    for (OrmArray<float>* pArray : {&vecX, &vecY, &vecZ, &vecValues})
-        pArray->resize(nKept);
+    vecPositions.resize(3 * nKept);
+    vecValues.resize(nKept);
 
     constexpr double fMost = std::numeric_limits<float>::max();
     const double fSum = combined(vecValues.data(), nKept, 0.0, std::plus<>());

@@ -62,7 +62,8 @@ void fVolumeGrid::assign(const CVoxelLattice& objLattice, const C3DVolume& objVo
     m_lstFilled.reserve(static_cast<int>(vecValues.size()));
     for (std::size_t i = 0; i < vecValues.size(); ++i)
     {
-        const quint32 nCell = objLattice.cellOf(objVolume.coordinates(0)[i], objVolume.coordinates(1)[i], objVolume.coordinates(2)[i]);
+        const quint32 nCell =
+            objLattice.cellOf(objVolume.positions()[3 * i], objVolume.positions()[3 * i + 1], objVolume.positions()[3 * i + 2]);
         m_vecFilled[nCell] = true;
         m_lstFilled.append(VoxelIndex{nCell});
         if (!(vecValues[i] > 0.0f) || !std::isfinite(vecValues[i]))

@@ -25,8 +25,7 @@ public:
     }
     void add(C3DVolume& objVolume)
     {
-        for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
-            addArray(objVolume.coordinates(nAxis));
+        addArray(objVolume.positions());
         addArray(objVolume.values());
         add(QString::number(static_cast<double>(objVolume.getVoxelSize())));
     }

@@ -27,11 +27,16 @@ constexpr int g_nViewPixels = 960;
 /// leaves the volume as it is.
 void rescaleVolume(sAnalysisBase& objRecord, double f)
 {
-    OrmArray<float> vecValues = objRecord.objRawVolume.values();
-    if (vecValues.empty() || !(f > 0.0))
+    if (objRecord.objRawVolume.values().empty() || !(f > 0.0))
     {
         return;
     }
+    if (f == 1.0)
+    {
+        objRecord.objVolume.shareVoxels(objRecord.objRawVolume);
+        return;
+    }
+    OrmArray<float> vecValues = objRecord.objRawVolume.values();
     float fMin = static_cast<float>(static_cast<double>(vecValues.front()) / f);
     float fMax = fMin;
     for (float& fValue : vecValues)
