@@ -1,6 +1,8 @@
 #include "TestWidgets.h"
 
+#include <QApplication>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QWidget>
 
 namespace TestWidgets
@@ -33,6 +35,12 @@ void click(QWidget* pWidget)
         fail(QStringLiteral("\"%1\" can't be clicked: it is %2").arg(pWidget->objectName(), pWidget->isVisible() ? "disabled" : "hidden"));
     }
     QTest::mouseClick(pWidget, Qt::LeftButton);
+}
+
+void moveOver(QWidget* pWidget, const QPoint& ptPlace)
+{
+    QMouseEvent objMove(QEvent::MouseMove, ptPlace, pWidget->mapToGlobal(ptPlace), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(pWidget, &objMove);
 }
 
 QStringList texts(const QListWidget* pList)

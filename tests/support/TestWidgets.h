@@ -37,6 +37,10 @@ T* get(const QWidget* pRoot, const char* pName)
 /// Clicks the middle of an enabled widget with the left button.
 void click(QWidget* pWidget);
 
+/// Moves the pointer over a widget, without a button. The display's own pointer stays where it is: where windows of other programs lie
+/// before this one, it would move over those.
+void moveOver(QWidget* pWidget, const QPoint& ptPlace);
+
 /// The texts of a list, from the top.
 QStringList texts(const QListWidget* pList);
 

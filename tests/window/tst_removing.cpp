@@ -294,7 +294,7 @@ void tst_removing::pointerFindsNothingWhereOnlyKeysAreLeft()
     load(objTool, QStringLiteral("SOLA M10"), {QStringLiteral("R")});
     CLongitudinalStudyBrowserView& objView = objTool.view();
     const QPoint pntLastTile((objView.width() - 110) * 3 / 4, objView.height() / 2);
-    QTest::mouseMove(&objView, pntLastTile);
+    TestWidgets::moveOver(&objView, pntLastTile);
     QTRY_COMPARE(objView.getHighListedResult(), QStringLiteral("M10R"));
     remove(objTool, QStringLiteral("SOLA M1"));
     QCOMPARE(objTool.tiles(), QStringList());
