@@ -157,9 +157,11 @@ void COrmSequenceOpener::takeIn()
             pShared->m_objChanged.notify_all();
         }
         QString strReason;
-        if (m_pCollection->add(sFacts, &strReason) != nullptr)
-            ++m_sSummary.m_nOpened;
-        else if (!strReason.isEmpty())
+        ++m_sSummary.m_nOpened; // before anybody who is told of the sequence may cancel
+        const bool bOpened = m_pCollection->add(sFacts, &strReason) != nullptr;
+        if (!bOpened)
+            --m_sSummary.m_nOpened;
+        if (!bOpened && !strReason.isEmpty())
         {
             m_sSummary.m_lstProblems.append(strReason);
             ORM_LOG(2, strReason);

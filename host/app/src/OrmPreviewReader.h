@@ -3,6 +3,7 @@
 #include "SSequenceFacts.h"
 
 #include <QImage>
+#include <QMetaType>
 #include <QString>
 #include <QStringList>
 
@@ -23,3 +24,5 @@ constexpr int s_nPictureEdge = 640; ///< pixels of the longer edge of a photogra
 /// Reads the files of a sequence; on any thread. Bad files give texts, nothing fails.
 SSequencePreview read(const SSequenceFacts& sFacts);
 } // namespace OrmPreviewReader
+
+Q_DECLARE_METATYPE(SSequencePreview)
