@@ -1,5 +1,6 @@
 #include "COrmColorButton.h"
 #include "COrmHostSettings.h"
+#include "COrmSequenceCollection.h"
 #include "CStudyWriter.h"
 #include "MainWindowTest.h"
 #include "OrmIcons.h"
@@ -18,10 +19,12 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QOpenGLWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QTreeView>
 #include <algorithm>
 #include <cmath>
@@ -54,6 +57,7 @@ private slots:
     void noLetterOfAMenuMeansTwoThings();
     void windowComesBackOnTheScreen_data();
     void windowComesBackOnTheScreen();
+    void readingAgainShowsProgressAndCanBeStopped();
 
 private:
     QDialog* openPreferences();
@@ -472,6 +476,35 @@ void TestHostDialogs::windowComesBackOnTheScreen()
         QCOMPARE(m_pWindow->pos(), place);
     QCOMPARE(m_pWindow->size(), QSize(700, 500));
     QVERIFY(TestWidgets::get<QDockWidget>(m_pWindow.get(), "logPanel")->isVisible());
+}
+
+void TestHostDialogs::readingAgainShowsProgressAndCanBeStopped()
+{
+    QStringList lstIDs;
+    for (int nSequence = 0; nSequence < 300; ++nSequence)
+        lstIDs << QStringLiteral("S%1").arg(nSequence);
+    openStudy(lstIDs);
+    auto* pStop = TestWidgets::get<QToolButton>(m_pWindow.get(), "stopSearch");
+    const auto* pBar = m_pWindow->statusBar()->findChild<QProgressBar*>();
+    QVERIFY(!pStop->isVisible());
+    for (const bool bStop : {false, true})
+    {
+        TestWidgets::get<QTreeView>(m_pWindow.get(), "sequenceList")->clearSelection();
+        action("actionRefresh")->trigger();
+        QVERIFY(pStop->isVisible());
+        QVERIFY(pBar->isVisible());
+        QCOMPARE(pBar->maximum(), 300);
+        QVERIFY(pBar->value() > 0 && pBar->value() < 300);
+        if (bStop)
+        {
+            TestWidgets::click(pStop);
+            QVERIFY2(m_pWindow->statusBar()->currentMessage().endsWith(QStringLiteral("sequences were not read again.")),
+                     qPrintable(m_pWindow->statusBar()->currentMessage()));
+        }
+        QTRY_VERIFY(!pStop->isVisible());
+        QVERIFY(!pBar->isVisible());
+        QCOMPARE(m_pWindow->sequences()->sequences().size(), 300);
+    }
 }
 
 ORM_TEST_MAIN(TestHostDialogs)

@@ -195,6 +195,7 @@ void COrmMainWindow::refreshSelected()
         for (const COrmSequenceDataset* pSequence : lstSequences)
             m_lstToRefresh.append(pSequence->getSequenceID());
     }
+    m_nToRefresh = m_lstToRefresh.size();
     if (!m_lstToRefresh.isEmpty())
         refreshNext();
 }
@@ -211,8 +212,17 @@ void COrmMainWindow::refreshNext()
         const QString strReason = m_pSequences->refresh(strID);
         showHint(strReason.isEmpty() ? QStringLiteral("Read %1 again.").arg(strID) : strReason);
     }
-    if (!m_lstToRefresh.isEmpty())
-        QMetaObject::invokeMethod(this, &COrmMainWindow::refreshNext, Qt::QueuedConnection);
+    if (m_lstToRefresh.isEmpty())
+    {
+        if (m_bRefreshShown)
+            endWork();
+        m_bRefreshShown = false;
+        return;
+    }
+    // Work that is over at once shows no progress.
+    m_bRefreshShown = true;
+    showWork(tr("Reading sequences again..."), QString(), m_nToRefresh - m_lstToRefresh.size(), m_nToRefresh);
+    QMetaObject::invokeMethod(this, &COrmMainWindow::refreshNext, Qt::QueuedConnection);
 }
 
 void COrmMainWindow::copy()

@@ -136,6 +136,8 @@ private:
     QList<QPointer<QWidget>> m_lstToolWindows; ///< in the order of registration
     QStringList m_lstOpening;                  ///< folders of the running search, in the order asked for
     QStringList m_lstToRefresh;                ///< IDs that wait to be read again
+    int m_nToRefresh = 0;                      ///< how many there were
+    bool m_bRefreshShown = false;              ///< the progress of that is shown
     QString m_strToolAtStart;                  ///< opened once the folders of the command line are
     bool m_bInteractive = false;               ///< the running search was asked for in the window
     COrmHostSettings m_objSettings;

@@ -160,6 +160,9 @@ void COrmMainWindow::stopOpening()
 {
     m_pDemo->cancel();
     m_pOpener->cancel();
+    if (!m_lstToRefresh.isEmpty())
+        showHint(tr("Stopped; %1 were not read again.").arg(OrmTexts::counted(m_lstToRefresh.size(), tr("sequence"), tr("sequences"))));
+    m_lstToRefresh.clear();
 }
 
 void COrmMainWindow::searchStarted()

@@ -83,6 +83,7 @@ QGroupBox* COrmPreferencesDialog::makeColorBarGroup()
     m_pTable->addItems(OrmColorTables::volumeTableNames());
     m_pTable->setToolTip(tr("Colours of source volumes when the window of a tool is opened or emptied"));
     m_pStrip = new COrmPalettePixmapView(pGroup);
+    m_pStrip->setMinimumHeight(fontMetrics().height());
     m_pStrip->setAccessibleName(tr("Colours of the table"));
     m_pReversed = new QCheckBox(tr("&Reversed"), pGroup);
     m_pReversed->setObjectName(QStringLiteral("preferredReversed"));
@@ -257,4 +258,7 @@ void COrmPreferencesDialog::updateNotice()
         lstNotices << tr("There is no such folder; the search begins where it did before.");
     m_pNotice->setText(lstNotices.join(QLatin1Char(' ')));
     m_pNotice->setVisible(!lstNotices.isEmpty());
+    // Room for the notice is not taken from the fields.
+    if (layout() != nullptr && height() < layout()->totalHeightForWidth(width()))
+        resize(width(), layout()->totalHeightForWidth(width()));
 }

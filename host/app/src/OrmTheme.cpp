@@ -1,6 +1,6 @@
 #include "OrmTheme.h"
 
-#include "CDarkStyle.h"
+#include "COutlineStyle.h"
 #include "OrmIcons.h"
 
 #include <QApplication>
@@ -67,8 +67,7 @@ void OrmTheme::apply(ETheme eTheme)
     const bool bOwn = eTheme != eSystem;
     OrmIcons::setThemeFirst(!bOwn);
     const QPalette objPalette = bOwn ? palette(eTheme == eDark) : s_sDesktop.m_objPalette;
-    const QString strStyle = bOwn ? QStringLiteral("fusion") : s_sDesktop.m_strStyle;
-    QApplication::setStyle(eTheme == eDark ? new CDarkStyle : QStyleFactory::create(strStyle));
+    QApplication::setStyle(bOwn ? new COutlineStyle : QStyleFactory::create(s_sDesktop.m_strStyle));
     QApplication::setPalette(objPalette);
     QToolTip::setPalette(bOwn ? objPalette : s_sDesktop.m_objToolTip);
 }

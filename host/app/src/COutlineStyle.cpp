@@ -1,18 +1,18 @@
-#include "CDarkStyle.h"
+#include "COutlineStyle.h"
 
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
 
-CDarkStyle::CDarkStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+COutlineStyle::COutlineStyle() : QProxyStyle(QStringLiteral("fusion")) {}
 
-void CDarkStyle::drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter, const QWidget* pWidget) const
+void COutlineStyle::drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter, const QWidget* pWidget) const
 {
     QProxyStyle::drawPrimitive(eElement, pOption, pPainter, pWidget);
     drawFrame(eElement, pOption, pPainter);
 }
 
-void CDarkStyle::drawFrame(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter)
+void COutlineStyle::drawFrame(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter)
 {
     const bool bRound = eElement == PE_IndicatorRadioButton;
     const bool bBox = eElement == PE_IndicatorCheckBox || eElement == PE_IndicatorItemViewItemCheck;
@@ -42,8 +42,8 @@ void CDarkStyle::drawFrame(PrimitiveElement eElement, const QStyleOption* pOptio
     pPainter->restore();
 }
 
-void CDarkStyle::drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
-                                    const QWidget* pWidget) const
+void COutlineStyle::drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
+                                       const QWidget* pWidget) const
 {
     QProxyStyle::drawComplexControl(eControl, pOption, pPainter, pWidget);
     const auto* pSpinBox = qstyleoption_cast<const QStyleOptionSpinBox*>(pOption);
@@ -53,7 +53,7 @@ void CDarkStyle::drawComplexControl(ComplexControl eControl, const QStyleOptionC
     drawFrame(PE_FrameLineEdit, &objFrame, pPainter);
 }
 
-int CDarkStyle::styleHint(StyleHint eHint, const QStyleOption* pOption, const QWidget* pWidget, QStyleHintReturn* pReturn) const
+int COutlineStyle::styleHint(StyleHint eHint, const QStyleOption* pOption, const QWidget* pWidget, QStyleHintReturn* pReturn) const
 {
     // Fusion's pictures on the buttons of dialogs are drawn in black.
     return eHint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(eHint, pOption, pWidget, pReturn);

@@ -2,13 +2,14 @@
 
 #include <QProxyStyle>
 
-/// The Fusion style with outlines that are seen on dark windows: Fusion draws them darker than the window, whatever its colour.
-class CDarkStyle : public QProxyStyle
+/// The Fusion style with outlines that are seen on light and on dark windows: Fusion draws them a little darker than the window, whatever
+/// its colour.
+class COutlineStyle : public QProxyStyle
 {
     Q_OBJECT
 
 public:
-    CDarkStyle();
+    COutlineStyle();
 
     void drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter, const QWidget* pWidget) const override;
     void drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
