@@ -20,7 +20,7 @@ namespace BenchDisplay
 /// Does the work and returns when all frames that it asked for are on the screen, painted as the event loop paints them.
 inline void untilShown(QOpenGLWidget& objView, const std::function<void()>& fnWork)
 {
-    constexpr int nFrameLimitMs = 60'000; // a frame that takes longer will not come
+    constexpr int nFrameLimitMs = 600'000; // a frame that takes longer will not come
     int nFrames = 0;
     const auto objConnection = QObject::connect(&objView, &QOpenGLWidget::frameSwapped, &objView, [&nFrames] { ++nFrames; });
     fnWork();
@@ -40,10 +40,11 @@ inline void untilShown(QOpenGLWidget& objView, const std::function<void()>& fnWo
     glFinish();
 }
 
-inline int run(int argc, char** argv)
+template <class Application = QApplication>
+int run(int argc, char** argv)
 {
     CSOLAView::setDefaultFormat();
-    const QApplication app(argc, argv);
+    const Application app(argc, argv);
     COrmPreference::setStore(QString());
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
