@@ -162,7 +162,6 @@ void CBatchRun::start(int nStudy)
                     finish(nStudy, *pProcess);
                 }
             });
-    connect(this, &QObject::destroyed, pProcess, &QProcess::kill);
     ++m_nRunning;
     pProcess->start(QStringLiteral("/proc/self/exe"),
                     CompareOptions::contentArguments(m_options) +
@@ -199,11 +198,21 @@ void CBatchRun::finish(int nStudy, QProcess& process)
         told(study, process.readAllStandardError().left(kMaxErrorBytes));
         progress(study, QStringLiteral("failed"));
     }
-    else if (!bEnded)
+    else
     {
-        folderOf(study).forget();
+        tidy(study);
     }
     startSome();
+}
+
+void CBatchRun::tidy(const SStudy& study) const
+{
+    // Beginning takes away what an earlier run left unfinished; the old files stay as they were.
+    CStudyFolder folder = folderOf(study);
+    if (folder.begin().isEmpty())
+    {
+        folder.abandon();
+    }
 }
 
 void CBatchRun::told(const SStudy& study, const QByteArray& aErrors)

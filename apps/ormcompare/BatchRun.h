@@ -44,6 +44,7 @@ private:
     void startSome();
     void start(int nStudy);
     void finish(int nStudy, QProcess& process);
+    void tidy(const SStudy& study) const;
     void told(const SStudy& study, const QByteArray& aErrors);
     void sumUp();
     void writeTable(const QString& strName, const QString& strFile);

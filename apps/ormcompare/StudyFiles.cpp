@@ -2,6 +2,7 @@
 
 #include "OrmFileWriter.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
@@ -81,7 +82,7 @@ QStringList StudyFiles::all()
 QString StudyFiles::fingerprint(const QStringList& lstFolders, const QStringList& lstArguments)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(lstArguments.join(QChar(QChar::Null)).toUtf8());
+    hash.addData((QCoreApplication::applicationVersion() + QChar(QChar::Null) + lstArguments.join(QChar(QChar::Null))).toUtf8());
     for (const QString& strFolder : lstFolders)
     {
         const QString strRoot = QFileInfo(strFolder).canonicalFilePath();

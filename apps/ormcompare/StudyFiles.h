@@ -21,8 +21,8 @@ constexpr int s_nMeasures = 3;
 /// All of them, whether or not a study has them.
 QStringList all();
 
-/// What decides on a study's files, as one text: version, look, results, and place, size and time of change of every file below the
-/// folders. Equal texts mean equal files. Links to files are followed, links to folders are not, as where sequences are searched.
+/// What decides on a study's files, as one text: version of the program, look, results, and place, size and time of change of every file
+/// below the folders. Equal texts mean equal files. Links to files are followed, links to folders are not, as where sequences are searched.
 /// @param lstArguments the arguments that decide what is shown
 QString fingerprint(const QStringList& lstFolders, const QStringList& lstArguments);
 } // namespace StudyFiles

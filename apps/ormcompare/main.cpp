@@ -12,6 +12,9 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstring>
+#include <langinfo.h>
+#include <memory>
 #include <optional>
 #include <unistd.h>
 
@@ -21,6 +24,16 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 constexpr int kSignalBase = 128; ///< what a shell adds to the number of the signal that ended a program
+
+/// Jobs of batch systems often run without a locale, where names of files are ASCII alone. Takes UTF-8 then, as most file names are.
+void leaveAscii()
+{
+    std::setlocale(LC_CTYPE, "");
+    if (std::strcmp(::nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0)
+    {
+        qputenv(qEnvironmentVariableIsEmpty("LC_ALL") ? "LC_CTYPE" : "LC_ALL", "C.UTF-8");
+    }
+}
 
 /// Tells the reasons, one line each. Returns the exit code.
 int tell(const QStringList& lstReasons)
@@ -35,11 +48,9 @@ int tell(const QStringList& lstReasons)
 /// Compares every study below a folder.
 int runBatch(const SCompareOptions& options, int argc, char* argv[])
 {
-    CBatchRun* pBatch = nullptr;
-    const CStopSignals stopSignals([&pBatch](int) { QMetaObject::invokeMethod(pBatch, &CBatchRun::stop, Qt::QueuedConnection); });
     const QCoreApplication application(argc, argv);
     CBatchRun batch(options);
-    pBatch = &batch;
+    const CStopSignals stopSignals([&batch](int) { QMetaObject::invokeMethod(&batch, &CBatchRun::stop, Qt::QueuedConnection); });
     batch.run();
     return tell(batch.reasons());
 }
@@ -104,6 +115,7 @@ int runStudy(const SCompareOptions& options, CVirtualDisplay& display, int argc,
 
 int main(int argc, char* argv[])
 {
+    leaveAscii();
     QStringList lstArguments;
     for (int nArgument = 0; nArgument < argc; ++nArgument)
     {
