@@ -18,6 +18,7 @@ fuzz_target() {
     case $target in
     settingstext | infofiles | exportnames) dictionary=settings.dict ;;
     hextext) dictionary=number.dict ;;
+    surfaces | volumes) dictionary=format.dict ;;
     esac
     ASAN_OPTIONS=detect_leaks=1:quarantine_size_mb=16:allocator_may_return_null=1 \
         LSAN_OPTIONS="suppressions=$ORM_TOP/fuzz/leaks.supp:print_suppressions=0" UBSAN_OPTIONS=print_stacktrace=1 \

@@ -47,6 +47,9 @@ private:
 const QStringList lstDocuments = {QStringLiteral("resultxml"), QStringLiteral("readers")};
 const QStringList lstTexts = {QStringLiteral("settingstext"), QStringLiteral("infofiles")};
 const QStringList lstOthers = {QStringLiteral("hextext"), QStringLiteral("exportnames")};
+const QString strSurfaces = QStringLiteral("surfaces");
+const QString strVolumes = QStringLiteral("volumes");
+const QStringList lstAll = lstDocuments + lstTexts + lstOthers + QStringList{strSurfaces, strVolumes};
 
 bool addPhantoms(CSeeds& objSeeds, const QString& strPhantom)
 {
@@ -93,6 +96,16 @@ void addByHand(CSeeds& objSeeds)
     for (const char* pText :
          {"0", "-1", "12.5e-3", "1e400", "1e-400", "3.4028235e38", "1e-45", "2147483648", "0000803F000000C0", "0000803g", "+1", "1e"})
         objSeeds.add(lstOthers, pText);
+    for (const char* pText :
+         {"",
+          "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\nproperty float d\n"
+          "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0 nan\n1 0 0 1\n0 1 0 .5\n3 0 1 2\n",
+          "solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nendloop\nendfacet\nendsolid\n",
+          "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1/1 2//1 3 -1\n"})
+        objSeeds.add(strSurfaces, pText);
+    for (const char* pText : {"", "NRRD0004\ntype: uchar\ndimension: 3\nsizes: 2 1 1\nencoding: raw\n\nab",
+                              "NDims = 3\nDimSize = 2 1 1\nElementType = MET_UCHAR\nElementDataFile = LOCAL\nab"})
+        objSeeds.add(strVolumes, pText);
     for (const char* pText : {"/tmp/view", "/tmp/view.png", "/tmp/view.PNG.", "/tmp/a.b/view.svg", "view.tiff", "."})
         objSeeds.add(lstOthers, pText);
 }
@@ -125,7 +138,7 @@ void addChoices(CSeeds& objSeeds)
         QByteArray baChoices(1, static_cast<char>(FuzzTarget::nChoices));
         for (int n = 0; n < 3 * i; ++n)
             baChoices += static_cast<char>(i % 3 == 0 ? objRandom() % 24 : objRandom() % 256); // small choices are the plain ones
-        objSeeds.add(lstDocuments + lstTexts + lstOthers, baChoices);
+        objSeeds.add(lstAll, baChoices);
     }
 }
 } // namespace
@@ -139,7 +152,7 @@ int main(int argc, char* argv[])
     }
     const QString strOut = QFile::decodeName(argv[2]);
     CSeeds objSeeds(strOut);
-    for (const QString& strTarget : lstDocuments + lstTexts + lstOthers)
+    for (const QString& strTarget : lstAll)
         QDir(strOut + QLatin1Char('/') + strTarget).removeRecursively();
     addByHand(objSeeds);
     addLimits(objSeeds);
