@@ -1,3 +1,4 @@
+#include "CDrawRehearsal.h"
 #include "COrmPalette.h"
 #include "COrmProcess.h"
 #include "SOLAViewTestTools.h"
@@ -19,6 +20,7 @@ private slots:
     void oneFrameFollowsTheLock();
     void framesAreRehearsedUntilNothingMoves();
     void rehearsalsEnd();
+    void aNewSizeIsDrawnWhenAllIsDecided();
     void picturesOfTheLock_data();
     void picturesOfTheLock();
 
@@ -142,6 +144,27 @@ void tst_solaview_rehearsal::framesAreRehearsedUntilNothingMoves()
 void tst_solaview_rehearsal::rehearsalsEnd()
 {
     QCOMPARE(framesDueInALock([](CView& view) { ++view.m_nTileWidth; }), 8);
+}
+
+void tst_solaview_rehearsal::aNewSizeIsDrawnWhenAllIsDecided()
+{
+    CView view;
+    showView(view);
+    paintAll();
+    int nDecided = 0;
+    int nDrawn = 0;
+    view.m_fnPaint = [&]()
+    {
+        fill(Qt::green);
+        ++(CDrawRehearsal::isUnderWay() ? nDecided : nDrawn);
+    };
+    view.resize(view.width() + 40, view.height() + 20);
+    QVERIFY(nDecided > 0); // whoever asks for the tile size now gets the new one
+    QCOMPARE(nDrawn, 0);
+    paintAll();
+    QVERIFY(nDrawn > 0);
+    QCOMPARE(shown(view), QColor(Qt::green));
+    view.m_fnPaint = nullptr;
 }
 
 void tst_solaview_rehearsal::picturesOfTheLock_data()

@@ -62,7 +62,7 @@ protected:
     /// nothing, as during a load, a frame is only rehearsed: all that it decides is decided, and the picture on the screen stays
     /// until the user can do something again.
     void paintEvent(QPaintEvent* pEvent) override;
-    /// Forgets the picture: it is lost with its size.
+    /// Forgets the picture: it is lost with its size. What the new size decides is decided at once; it is drawn when events run.
     void resizeEvent(QResizeEvent* pEvent) override;
     int metric(PaintDeviceMetric eMetric) const override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
@@ -110,5 +110,6 @@ private:
     bool m_bStale = false;                                  ///< the last frame asked for another one
     bool m_bHasPicture = false;                             ///< a frame of the present size is on the screen
     bool m_bOwed = false;                                   ///< frames were rehearsed since the last one painted
+    bool m_bResizing = false;                               ///< a new size is being taken over
     std::unique_ptr<QOpenGLFramebufferObject> m_pRehearsal; ///< a pixel that nobody sees; made by the first rehearsal
 };

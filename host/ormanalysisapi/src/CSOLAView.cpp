@@ -16,6 +16,7 @@
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QPaintEvent>
+#include <QScopedValueRollback>
 #include <QSurfaceFormat>
 
 #include <cmath>
@@ -262,10 +263,14 @@ void CSOLAView::dropResources()
 
 void CSOLAView::paintEvent(QPaintEvent* pEvent)
 {
-    if (m_bHasPicture && COrmProcess::isUserInteractionDisabled())
+    if (m_bResizing || (m_bHasPicture && COrmProcess::isUserInteractionDisabled()))
     {
         rehearse();
         m_bOwed = true;
+        if (m_bResizing)
+        {
+            update();
+        }
         return;
     }
     if (m_bOwed)
@@ -292,6 +297,8 @@ void CSOLAView::paintEvent(QPaintEvent* pEvent)
 void CSOLAView::resizeEvent(QResizeEvent* pEvent)
 {
     m_bHasPicture = false;
+    // What is painted in here is painted once more before the window is put together.
+    const QScopedValueRollback<bool> objResizing(m_bResizing, true);
     QOpenGLWidget::resizeEvent(pEvent);
 }
 
