@@ -86,7 +86,4 @@ QString takeLook(const QStringList& lstLook, SCompareOptions& options);
 
 /// The text that --help prints.
 QString help();
-
-/// A pattern as an expression for a whole "KIND SEQUENCE/NAME" text: '*', '?' and '[...]' match any characters, '/' included; case counts.
-QRegularExpression pattern(const QString& strPattern);
 } // namespace CompareOptions

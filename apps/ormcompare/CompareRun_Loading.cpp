@@ -1,5 +1,7 @@
 #include "CompareRun.h"
 
+#include "ResultPattern.h"
+
 #include <QListWidget>
 #include <QPushButton>
 #include <QSet>
@@ -58,7 +60,7 @@ QVector<CCompareRun::SWantedResult> CCompareRun::wantedResults()
 {
     for (const QString& strPattern : qAsConst(m_options.m_lstPatterns))
     {
-        m_lstExpressions.append({strPattern, CompareOptions::pattern(strPattern)});
+        m_lstExpressions.append({strPattern, ResultPattern::expression(strPattern)});
     }
     for (const SResultKey& key : m_options.m_lstKeys + m_options.m_lstTried)
     {

@@ -7,10 +7,16 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 namespace
 {
-constexpr QSize kPlotSize(900, 560);
+constexpr int kWidth = 900;
+constexpr int kHeight = 560;
+/// The plot gives a third of its height to the legend at most, which has a line of its own for each series.
+constexpr int kHeightOfASeries = 100;
+constexpr int kMaxHeight = 10'000;
+constexpr std::size_t kPointStyles = 5; ///< that the plot knows
 
 /// Colours that people with colour blindness tell apart as well. Source: B. Wong, Points of view: Color blindness, Nature Methods 8 (2011),
 /// page 441; its yellow is left out, which is too light for a line on white.
@@ -35,8 +41,10 @@ QString fitName(const SGrowthSeries& series)
     return QStringLiteral("%1: %2").arg(series.m_strSubject, strText);
 }
 
-void addSeries(COrmXYPlot& plot, const SGrowthSeries& series, const QColor& color)
+/// @param nSeries number of the series in its plot: where the colours begin again, the points change
+void addSeries(COrmXYPlot& plot, const SGrowthSeries& series, std::size_t nSeries)
 {
+    const QColor color(kColors.at(nSeries % kColors.size()));
     QVector<double> lstDays;
     QVector<double> lstValues;
     for (const SGrowthPoint& point : series.m_objFit.m_lstUsed)
@@ -50,6 +58,7 @@ void addSeries(COrmXYPlot& plot, const SGrowthSeries& series, const QColor& colo
     look.objPointProperties.pointColor = color;
     look.objPointProperties.bPointVisible = true;
     look.objPointProperties.nPointSize = 9;
+    look.objPointProperties.nPointStyle = static_cast<int>(nSeries / kColors.size() % kPointStyles);
     plot.addDataLine(series.m_strSubject, lstDays.data(), lstValues.data(), lstDays.size());
     plot.setDisplaySettings(series.m_strSubject, look);
     if (!series.m_objFit.m_objLine)
@@ -75,14 +84,13 @@ QImage GrowthPlot::draw(const QVector<SGrowthSeries>& lstSeries)
     for (const char* pszKind : {"SOLA", "NOVA"})
     {
         COrmXYPlot plot;
-        plot.resize(kPlotSize);
         plot.setLogarithmic(true);
         std::size_t nSeries = 0;
         for (const SGrowthSeries& series : lstSeries)
         {
             if (series.m_strKind == QLatin1String(pszKind) && !series.m_objFit.m_lstUsed.isEmpty())
             {
-                addSeries(plot, series, QColor(kColors.at(nSeries++ % kColors.size())));
+                addSeries(plot, series, nSeries++);
                 const QString strValue =
                     series.m_strValue == QLatin1String("total") ? QStringLiteral("total") : QStringLiteral("in the region");
                 plot.setYAxisLabel(QStringLiteral("%1, %2 [%3]").arg(series.m_strKind, strValue, series.m_strUnit));
@@ -91,6 +99,7 @@ QImage GrowthPlot::draw(const QVector<SGrowthSeries>& lstSeries)
         if (nSeries > 0)
         {
             plot.setXAxisLabel(QStringLiteral("Days since the first time point"));
+            plot.resize(kWidth, std::clamp(kHeightOfASeries * static_cast<int>(nSeries), kHeight, kMaxHeight));
             lstPlots.append(plot.getPrintImage());
         }
     }
@@ -98,11 +107,15 @@ QImage GrowthPlot::draw(const QVector<SGrowthSeries>& lstSeries)
     {
         return {};
     }
-    QImage picture(kPlotSize.width(), kPlotSize.height() * lstPlots.size(), QImage::Format_RGB32);
+    const int nHeight =
+        std::accumulate(lstPlots.cbegin(), lstPlots.cend(), 0, [](int nSum, const QImage& plot) { return nSum + plot.height(); });
+    QImage picture(kWidth, nHeight, QImage::Format_RGB32);
     QPainter painter(&picture);
-    for (int nPlot = 0; nPlot < lstPlots.size(); ++nPlot)
+    int nTop = 0;
+    for (const QImage& plot : qAsConst(lstPlots))
     {
-        painter.drawImage(0, kPlotSize.height() * nPlot, lstPlots.at(nPlot));
+        painter.drawImage(0, nTop, plot);
+        nTop += plot.height();
     }
     return picture;
 }
