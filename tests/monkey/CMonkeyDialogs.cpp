@@ -22,14 +22,19 @@ namespace
 constexpr int s_nLookInterval = 5;
 /// A dialog that has not taken its answer by then is cancelled.
 constexpr int s_nDialogLooks = 200;
-
-const QStringList s_lstExportNames = {QStringLiteral("picture.png"), QStringLiteral("picture"), QStringLiteral("scale.bmp"),
-                                      QStringLiteral("a.b.c"), QStringLiteral("values.csv")};
 } // namespace
+
+const QStringList& CMonkeyDialogs::exportNames()
+{
+    static const QStringList s_lstNames = {QStringLiteral("picture.png"), QStringLiteral("picture"), QStringLiteral("scale.bmp"),
+                                           QStringLiteral("a.b.c"), QStringLiteral("values.csv")};
+    return s_lstNames;
+}
 
 CMonkeyDialogs::CMonkeyDialogs(const CMonkeyStudy& objStudy) : m_objStudy(objStudy), m_nLoopLevel(QThread::currentThread()->loopLevel())
 {
-    QObject::connect(&m_objTimer, &QTimer::timeout, this, &CMonkeyDialogs::look);
+    // Not from within the timer's own event: a timer does not go off again in a dialog that its answer has opened.
+    QObject::connect(&m_objTimer, &QTimer::timeout, this, &CMonkeyDialogs::look, Qt::QueuedConnection);
     m_objTimer.start(s_nLookInterval);
     QApplication::instance()->installEventFilter(this);
 }
@@ -133,7 +138,7 @@ void CMonkeyDialogs::answerFile(QFileDialog& objDialog)
             objDialog.reject();
             return;
         }
-        const QString strFile = bSaves ? m_objStudy.exportFolder() + QLatin1Char('/') + m_objRandom.oneOf(s_lstExportNames)
+        const QString strFile = bSaves ? m_objStudy.exportFolder() + QLatin1Char('/') + m_objRandom.oneOf(exportNames())
                                        : m_objRandom.oneOf(m_objStudy.filesToOpen());
         MonkeyDiary::add(QStringLiteral("dialog answered by ") + QFileInfo(strFile).fileName());
         pName->setText(strFile);

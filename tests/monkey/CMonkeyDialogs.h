@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <QTimer>
 
 class CMonkeyStudy;
@@ -22,6 +23,8 @@ public:
     void beginEvent(quint32 nSeed);
     /// One of the buttons that a message box offers.
     int answer(const SMessageRequest& objRequest);
+    /// The names under which it saves.
+    static const QStringList& exportNames();
 
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
 

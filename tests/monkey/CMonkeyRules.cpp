@@ -158,14 +158,20 @@ QString CMonkeyRules::brokenByKeys()
             .arg(lstTiles.join(QStringLiteral(", ")), lstKeys.join(QStringLiteral(", ")));
     }
     bool bNOVA = false;
+    bool bOutOfOrder = false;
     for (const sAnalysisBase& objRecord : qAsConst(m_objTool.view().getAnalysisParams()))
     {
         bNOVA = bNOVA || objRecord.nAnalysisType == s_nNOVA;
-        if (bNOVA && objRecord.nAnalysisType == s_nSOLA)
-        {
-            return QStringLiteral("a SOLA tile behind a NOVA one");
-        }
+        bOutOfOrder = bOutOfOrder || (bNOVA && objRecord.nAnalysisType == s_nSOLA);
     }
+    // Where a tile goes is decided by the kinds in the last frame. A view that is hidden or has no extent paints none, and then a SOLA tile
+    // goes to the end. This is meant.
+    if (bOutOfOrder && !m_bOutOfOrder && m_bNOVAInFrame)
+    {
+        return QStringLiteral("a SOLA tile behind a NOVA one");
+    }
+    m_bOutOfOrder = bOutOfOrder;
+    m_bNOVAInFrame = bNOVA && m_objTool.view().containsNOVAResults();
     // A removal of a sequence takes the tiles of all sequences whose ID holds its own, and of both kinds; it takes the keys of what its
     // list shows. A SOLA result that is loaded right after the last NOVA one has gone gets no tile. Both are meant.
     const QSet<QString> setWithoutTile = setKeys - setTiles;

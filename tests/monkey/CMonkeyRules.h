@@ -37,4 +37,6 @@ private:
     QSet<QString> m_setTaken;       ///< shared keys that went with one of their results, and have not left the view since
     QSet<QString> m_setWithoutTile; ///< keys without a tile that are accounted for
     QSet<QString> m_setKeys;        ///< as of the last event
+    bool m_bOutOfOrder = false;     ///< as of the last event
+    bool m_bNOVAInFrame = false;    ///< as of the last event: NOVA tiles there, and seen by the last frame
 };

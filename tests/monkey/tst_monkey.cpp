@@ -3,9 +3,11 @@
 #include "CMonkey.h"
 #include "COrmPreference.h"
 #include "COrmProcess.h"
+#include "MonkeyDiary.h"
 #include "OrmTestMain.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 
 #include <array>
@@ -27,6 +29,8 @@ private slots:
     void rules_data();
     void rules();
     void sharedKey();
+    void orderWithoutFrames();
+    void askedTwice();
     void play_data();
     void play();
     void sameSeed();
@@ -195,6 +199,52 @@ void tst_Monkey::sharedKey()
 
     objTool.view().getLoadedResult().removeAll(QStringLiteral("M1b"));
     QVERIFY(objRules.broken().contains(QStringLiteral("a tile without its key")));
+}
+
+/// A view without extent paints no frame, so a SOLA result that is loaded behind a NOVA one stays behind it; the rules know this.
+void tst_Monkey::orderWithoutFrames()
+{
+    const CMonkeyStudy objStudy;
+    CToolWindow objTool;
+    objTool.open(objStudy.folder());
+    CMonkeyRules objRules(objTool, CMonkeyStudy::sharedKeys());
+    objTool.view().resize(0, 1);
+    CMonkeyHands::settle();
+    objTool.chooseSequence(QStringLiteral("NOVA FL"));
+    objTool.load({QStringLiteral("a")});
+    QCOMPARE(objRules.broken(), QString());
+    objTool.chooseSequence(QStringLiteral("SOLA M1"));
+    objTool.load({QStringLiteral("b")});
+    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("FLa"), QStringLiteral("M1b")}));
+    QCOMPARE(objRules.broken(), QString());
+
+    objTool.view().resize(300, 200);
+    QCOMPARE(objRules.brokenWhenSettled(), QString());
+    objTool.load({QStringLiteral("a")}); // now the frame has seen both kinds
+    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M1a"), QStringLiteral("FLa"), QStringLiteral("M1b")}));
+    QCOMPARE(objRules.broken(), QString());
+}
+
+/// A dialog that asks before it replaces a file asks from within the answer to its first question. That one is answered too.
+void tst_Monkey::askedTwice()
+{
+    const CMonkeyStudy objStudy;
+    for (const QString& strName : CMonkeyDialogs::exportNames())
+    {
+        CStudyWriter::writeFile(objStudy.exportFolder() + QLatin1Char('/') + strName, QByteArray("old"));
+    }
+    CMonkeyDialogs objDialogs(objStudy);
+    MonkeyDiary::begin(1);
+    MonkeyDiary::write(QStringLiteral("a name is asked for"));
+    objDialogs.beginEvent(1);
+    QFileDialog objDialog(nullptr, QString(), objStudy.exportFolder());
+    objDialog.setAcceptMode(QFileDialog::AcceptSave);
+    const int nAnswer = objDialog.exec();
+    const QString strDiary = MonkeyDiary::lastEntries();
+    MonkeyDiary::end();
+    QCOMPARE(nAnswer, int(QDialog::Rejected));
+    QVERIFY2(strDiary.contains(QStringLiteral("dialog answered")) && strDiary.contains(QStringLiteral("is given up")),
+             qPrintable(strDiary));
 }
 
 void tst_Monkey::play_data()
