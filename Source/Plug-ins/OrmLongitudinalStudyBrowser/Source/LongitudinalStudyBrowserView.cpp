@@ -1,6 +1,7 @@
 // The view's life, its frame and the grid of tiles.
 #include "LongitudinalStudyBrowserView.h"
 
+#include "OrmMemory.h"
 #include "Singleton.h"
 #include "TileGrid.h"
 
@@ -153,4 +154,5 @@ void CLongitudinalStudyBrowserView::clear3DView()
     makeCurrent();
     glColor4f(0.0f, 0.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    OrmMemory::giveBack();
 }
