@@ -17,6 +17,7 @@ void COrmApplication::prepare()
 {
     // The 3D views count in device pixels, so Qt must not scale them; widgets grow with the font.
     setAttribute(Qt::AA_DisableHighDpiScaling);
+    setAttribute(Qt::AA_UseHighDpiPixmaps); // crisp icons where scaling is forced on from outside
     CSOLAView::setDefaultFormat();
 }
 

@@ -55,6 +55,7 @@ void COutlineStyle::drawComplexControl(ComplexControl eControl, const QStyleOpti
 
 int COutlineStyle::styleHint(StyleHint eHint, const QStyleOption* pOption, const QWidget* pWidget, QStyleHintReturn* pReturn) const
 {
-    // Fusion's pictures on the buttons of dialogs are drawn in black.
-    return eHint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(eHint, pOption, pWidget, pReturn);
+    // Pictures drawn in black on the buttons of dialogs, and a shadow behind what cannot be chosen, are hard to read on dark windows.
+    const bool bNot = eHint == SH_DialogButtonBox_ButtonsHaveIcons || eHint == SH_EtchDisabledText;
+    return bNot ? 0 : QProxyStyle::styleHint(eHint, pOption, pWidget, pReturn);
 }
