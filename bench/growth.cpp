@@ -160,6 +160,7 @@ QImage draw(const std::vector<SWork>& vecWorks)
     pGrid->enableYMin(true);
     pGrid->attach(&objPlot);
     objPlot.insertLegend(new QwtLegend, QwtPlot::RightLegend);
+    objPlot.setContentsMargins(8, 8, 16, 8);
 
     double fMost = 1.0;
     for (const SWork& objWork : vecWorks)
@@ -176,8 +177,13 @@ QImage draw(const std::vector<SWork>& vecWorks)
             vecPoints.append(QPointF(it.key() / fSize, it.value() / fTime));
             fMost = std::max({fMost, vecPoints.last().x(), vecPoints.last().y()});
         }
-        const QString strTitle = QStringLiteral("%1\n1 = %2 %3, %4")
-                                     .arg(QLatin1String(objWork.pTitle), countText(fSize), QLatin1String(objWork.pUnit), timeText(fTime));
+        QString strUnit = QLatin1String(objWork.pUnit);
+        if (fSize == 1.0)
+        {
+            strUnit.chop(1); // of the plural
+        }
+        const QString strTitle =
+            QStringLiteral("%1\n1 = %2 %3, %4").arg(QLatin1String(objWork.pTitle), countText(fSize), strUnit, timeText(fTime));
         addCurve(objPlot, text(strTitle, 13), QPen(objWork.clr, 2.0),
                  new QwtSymbol(objWork.eSymbol, QBrush(objWork.clr), QPen(objWork.clr, 2.0), QSize(9, 9)), vecPoints);
     }
@@ -185,7 +191,7 @@ QImage draw(const std::vector<SWork>& vecWorks)
              {QPointF(1.0, 1.0), QPointF(fMost, fMost)});
     setAxis(objPlot, QwtPlot::xBottom, QStringLiteral("Size, as a multiple of the smallest"), fMost);
     setAxis(objPlot, QwtPlot::yLeft, QStringLiteral("Processor time, as a multiple of that of the smallest"), fMost);
-    objPlot.resize(1060, 680);
+    objPlot.resize(1090, 700);
     objPlot.ensurePolished();
     objPlot.replot();
     return objPlot.grab().toImage().convertToFormat(QImage::Format_RGB888);
