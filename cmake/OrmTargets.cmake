@@ -1,6 +1,8 @@
 # Targets with a level. A target may link only targets of a lower level, so that the libraries stay
 # one way downwards without a cycle; configuring stops on a link that goes up or sideways.
 
+include(${CMAKE_CURRENT_LIST_DIR}/OrmInstall.cmake)
+
 set(ORM_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
 function(_orm_setup target level)
