@@ -30,6 +30,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <utility>
 
@@ -101,7 +102,7 @@ COrmMainWindow::COrmMainWindow(QWidget* pParent)
                     m_pOverlay->copyToClipboard(strObjectName);
             });
 
-    resize(60 * fontMetrics().averageCharWidth() + 300, 30 * fontMetrics().height());
+    resize(90 * fontMetrics().averageCharWidth() + 300, 42 * fontMetrics().height());
     restoreLayout();
     updateControls();
 }
@@ -222,7 +223,7 @@ void COrmMainWindow::refreshNext()
     // Work that is over at once shows no progress.
     m_bRefreshShown = true;
     showWork(tr("Reading sequences again..."), QString(), m_nToRefresh - m_lstToRefresh.size(), m_nToRefresh);
-    QMetaObject::invokeMethod(this, &COrmMainWindow::refreshNext, Qt::QueuedConnection);
+    QTimer::singleShot(1, this, &COrmMainWindow::refreshNext); // a call queued from here would leave the window no turn
 }
 
 void COrmMainWindow::copy()

@@ -16,7 +16,7 @@
 namespace
 {
 constexpr size_t s_nMostWaiting = 256; ///< the search waits when that many sequences are not opened yet
-constexpr qint64 s_nSliceMs = 20;      ///< the window gets its turn after that long
+constexpr qint64 s_nSliceMs = 60;      ///< the window gets its turn after that long; a turn that paints a tool costs about as much
 constexpr std::chrono::milliseconds s_nFarewell(500);
 } // namespace
 
@@ -33,12 +33,12 @@ struct COrmSequenceOpener::SShared
     bool m_bNotified = false; ///< the receiver has been called and has not come yet
     bool m_bEnded = false;
 
-    /// Has the receiver look, on its own thread. With the mutex held.
+    /// Has the receiver look, on its own thread and after the window had its turn. With the mutex held.
     void notify()
     {
         if (m_pReceiver != nullptr && !std::exchange(m_bNotified, true))
             QMetaObject::invokeMethod(
-                m_pReceiver, [p = m_pReceiver] { p->takeIn(); }, Qt::QueuedConnection);
+                m_pReceiver, [p = m_pReceiver] { p->m_objPause.start(0); }, Qt::QueuedConnection);
     }
 
     void found(const SSequenceFacts& sFacts)
@@ -82,6 +82,8 @@ struct COrmSequenceOpener::SShared
 
 COrmSequenceOpener::COrmSequenceOpener(COrmSequenceCollection* pCollection, QObject* pParent) : QObject(pParent), m_pCollection(pCollection)
 {
+    m_objPause.setSingleShot(true);
+    connect(&m_objPause, &QTimer::timeout, this, &COrmSequenceOpener::takeIn);
 }
 
 COrmSequenceOpener::~COrmSequenceOpener()
@@ -149,7 +151,8 @@ void COrmSequenceOpener::takeIn()
                 break;
             if (objTimer.elapsed() > s_nSliceMs)
             {
-                pShared->notify();
+                pShared->m_bNotified = true;
+                m_objPause.start(0);
                 break;
             }
             sFacts = std::move(pShared->m_lstFound.front());

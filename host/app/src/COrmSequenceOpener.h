@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 #include <memory>
 
 class COrmSequenceCollection;
@@ -46,6 +47,7 @@ private:
     void scanEnded();
 
     COrmSequenceCollection* m_pCollection;
+    QTimer m_objPause; ///< ends after the window had its turn: calls that are queued one after the other would leave it none
     QStringList m_lstWaiting;
     std::shared_ptr<SShared> m_pShared; ///< of the running search; the thread holds it too
     SSummary m_sSummary;
