@@ -1,5 +1,6 @@
 #include "CompareOptions.h"
 #include "CompareReport.h"
+#include "ResultPattern.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -75,7 +76,7 @@ void tst_CompareOptions::patternsMatchWholeTexts()
 {
     QFETCH(QString, strPattern);
     QFETCH(QString, strText);
-    const QRegularExpression expression = CompareOptions::pattern(strPattern);
+    const QRegularExpression expression = ResultPattern::expression(strPattern);
     QVERIFY2(expression.isValid(), qPrintable(expression.errorString()));
     QTEST(expression.match(strText).hasMatch(), "bMatches");
 }
