@@ -3,6 +3,7 @@
 #include "COrmErrorHandler.h"
 #include "COrmXYPlotTable.h"
 #include "COrmXYPlot_p.h"
+#include "OrmFileWriter.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -12,7 +13,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 void COrmXYPlot::contextMenuEvent(QContextMenuEvent* pEvent)
@@ -71,20 +71,8 @@ QByteArray COrmXYPlot::numbers() const
 
 bool COrmXYPlot::saveNumbers(const QString& strPath, QString& strReason) const
 {
-    // Whoever may write everywhere would put a file in a device's place.
-    const QFileInfo objTarget(strPath);
-    if (objTarget.exists() && !objTarget.isFile())
-    {
-        strReason = tr("This is not a file that can be replaced.");
-        return false;
-    }
-    QSaveFile objFile(strPath);
-    const QByteArray byNumbers = numbers();
-    // commit() alone does not notice that the last part of a buffer found no room.
-    if (objFile.open(QIODevice::WriteOnly) && objFile.write(byNumbers) == byNumbers.size() && objFile.flush() && objFile.commit())
-        return true;
-    strReason = objFile.errorString();
-    return false;
+    strReason = OrmFileWriter::replace(strPath, numbers());
+    return strReason.isEmpty();
 }
 
 void COrmXYPlot::askAndSaveNumbers()
