@@ -55,7 +55,8 @@ bool isNumber(const QJsonValue& value)
 
 bool readLook(const QJsonValue& value, QStringList& lstLook)
 {
-    for (const QJsonValue& argument : value.toArray())
+    const QJsonArray lstArguments = value.toArray();
+    for (const QJsonValue& argument : lstArguments)
     {
         if (!isText(argument))
         {
