@@ -14,6 +14,7 @@
 #include "TestWidgets.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -69,6 +70,16 @@ inline void CMainWindowTest::removeWindow()
     m_pHost.reset();
     COrmPreference::setStore(QString());
     m_pSettings.reset();
+}
+
+/// Keeps the processor busy for two milliseconds, so that no machine is too fast to be seen at work.
+inline void dawdle()
+{
+    QElapsedTimer objTimer;
+    objTimer.start();
+    while (objTimer.elapsed() < 2)
+    {
+    }
 }
 
 inline void CMainWindowTest::openStudy(const QStringList& lstIDs)

@@ -317,6 +317,7 @@ void TestFirstMinutes::manySequencesLeaveTheWindowAlive()
     QTimer objTimer;
     connect(&objTimer, &QTimer::timeout, &objGuard, [&] { nTurns += count() > 100 && count() < 500 ? 1 : 0; });
     objTimer.start(0);
+    connect(m_pWindow->sequences(), &COrmSequenceCollection::added, &objGuard, &dawdle);
     m_pWindow->openPaths({m_pStudy->folder()}, true);
     QTRY_COMPARE_WITH_TIMEOUT(count(), 500, 60000);
     QVERIFY(nTurns > 0);

@@ -487,6 +487,8 @@ void TestHostDialogs::readingAgainShowsProgressAndCanBeStopped()
     auto* pStop = TestWidgets::get<QToolButton>(m_pWindow.get(), "stopSearch");
     const auto* pBar = m_pWindow->statusBar()->findChild<QProgressBar*>();
     QVERIFY(!pStop->isVisible());
+    QObject objGuard;
+    connect(m_pWindow->statusBar(), &QStatusBar::messageChanged, &objGuard, &dawdle); // it names each sequence
     for (const bool bStop : {false, true})
     {
         TestWidgets::get<QTreeView>(m_pWindow.get(), "sequenceList")->clearSelection();
