@@ -11,8 +11,8 @@
 ///
 /// What this version does not know stays in the file. Before a file of a newer version is changed for the first time, a copy of it is put
 /// beside it as "<name>.version-<number>". A file that cannot be understood is put aside as "<name>.unreadable" (or "-2", "-3"...), and
-/// one sentence in the log says so. A change that cannot be written counts for the process and is tried again with the next one.
-/// GUI thread only.
+/// one sentence in the log says so. A file that cannot be read stays as it is. A change that cannot be written counts for the process and
+/// is tried again with the next one. GUI thread only.
 class CSettingsStore
 {
 public:
@@ -40,7 +40,8 @@ private:
     {
         eMissing,
         eGood,
-        eUnreadable
+        eUnreadable, ///< damaged, or nothing that a store can be
+        eOutOfReach  ///< whole perhaps, but the system does not let it be read now
     };
     EState read(QJsonObject& objRoot, QString& strReason) const;
     void load();

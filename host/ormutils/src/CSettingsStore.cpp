@@ -7,18 +7,52 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QLockFile>
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace
 {
 constexpr int g_nVersion = 1;
 constexpr qint64 g_nMaximumBytes = 1024 * 1024;
-constexpr int g_nLockPatienceMs = 500; ///< another process holds the lock only while it writes
+constexpr std::chrono::milliseconds g_nLockPatience(500); ///< another process holds the lock only while it writes
+constexpr std::chrono::milliseconds g_nLockPause(5);      ///< between two looks at it
 constexpr int g_nMaximumCopies = 1000;
 const QString g_strVersion = QStringLiteral("version");
+
+/// Keeps other processes from writing into a folder while it exists; the lock goes with the process and leaves no file. Where none can be
+/// had the worst is that another's change of this very moment is lost; files stay whole.
+class CFolderLock
+{
+public:
+    explicit CFolderLock(const QString& strFolder)
+        : m_nFolder(::open(QFile::encodeName(strFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        const auto objEnd = std::chrono::steady_clock::now() + g_nLockPatience;
+        while (m_nFolder >= 0 && ::flock(m_nFolder, LOCK_EX | LOCK_NB) != 0)
+        {
+            const bool bTaken = errno == EWOULDBLOCK || errno == EINTR;
+            if (!bTaken || std::chrono::steady_clock::now() >= objEnd)
+                break;
+            std::this_thread::sleep_for(g_nLockPause);
+        }
+    }
+    ~CFolderLock()
+    {
+        if (m_nFolder >= 0)
+            ::close(m_nFolder);
+    }
+    CFolderLock(const CFolderLock&) = delete;
+    CFolderLock& operator=(const CFolderLock&) = delete;
+
+private:
+    int m_nFolder; ///< below 0: it cannot be opened
+};
 
 /// Sets, or with null or an undefined value removes, one entry.
 void put(QJsonObject& objRoot, const QString& strSection, const QString& strKey, const QJsonValue& objValue)
@@ -94,8 +128,8 @@ CSettingsStore::EState CSettingsStore::read(QJsonObject& objRoot, QString& strRe
     QByteArray baContent;
     if (!objInfo.isFile())
         strReason = QStringLiteral("not a regular file");
-    else
-        strReason = readStart(m_strFile, baContent);
+    else if (strReason = readStart(m_strFile, baContent); !strReason.isEmpty())
+        return EState::eOutOfReach;
     if (strReason.isEmpty() && baContent.size() > g_nMaximumBytes)
         strReason = QStringLiteral("more than %1 bytes").arg(g_nMaximumBytes);
     if (!strReason.isEmpty())
@@ -119,7 +153,8 @@ void CSettingsStore::load()
         return;
     m_bLoaded = true;
     QString strReason;
-    if (!m_strFile.isEmpty() && read(m_objRoot, strReason) == EState::eUnreadable)
+    const EState eState = m_strFile.isEmpty() ? EState::eMissing : read(m_objRoot, strReason);
+    if (eState == EState::eUnreadable || eState == EState::eOutOfReach)
         ORM_LOG(2, QStringLiteral("Settings %1 cannot be read, defaults are used: %2").arg(m_strFile, strReason));
 }
 
@@ -166,12 +201,12 @@ QString CSettingsStore::write()
 {
     if (!QDir().mkpath(QFileInfo(m_strFile).absolutePath()))
         return QStringLiteral("their folder cannot be made");
-    // Where no lock can be had the worst is that another's change of this very moment is lost; the file stays whole.
-    QLockFile objLock(m_strFile + QStringLiteral(".lock"));
-    objLock.tryLock(g_nLockPatienceMs);
+    const CFolderLock objLock(QFileInfo(m_strFile).absolutePath());
     QJsonObject objRoot;
     QString strReason;
     const EState eState = read(objRoot, strReason);
+    if (eState == EState::eOutOfReach)
+        return strReason; // the disk may give it back the next time
     if (eState == EState::eUnreadable)
     {
         if (QFileInfo(m_strFile).isFile() && !putAside())
