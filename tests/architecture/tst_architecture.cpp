@@ -286,7 +286,8 @@ void tst_architecture::linksGoDownwardsOnly_data()
     QTest::addColumn<QString>("strRefusal");
     const QString strLow = QStringLiteral("orm_add_library(ormlow LEVEL 1 DEPENDS)\n");
     QTest::newRow("down") << strLow + QStringLiteral("orm_add_library(ormhigh LEVEL 2 DEPENDS ormlow)\n") << QString();
-    QTest::newRow("down, as a program") << strLow + QStringLiteral("orm_add_program(program LEVEL 2 SUMMARY text DEPENDS ormlow)\n") << QString();
+    QTest::newRow("down, as a program") << strLow + QStringLiteral("orm_add_program(program LEVEL 2 SUMMARY text DEPENDS ormlow)\n")
+                                        << QString();
     QTest::newRow("up") << QStringLiteral("orm_add_library(ormhigh LEVEL 2 DEPENDS)\norm_add_library(ormlow LEVEL 1 DEPENDS ormhigh)\n")
                         << QStringLiteral("ormlow (level 1) must not link ormhigh (level 2): links go downwards only");
     QTest::newRow("up, in private") << QStringLiteral("orm_add_library(ormhigh LEVEL 2 DEPENDS)\n"
