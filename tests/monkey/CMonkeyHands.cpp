@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPointer>
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
@@ -13,6 +14,9 @@ extern Q_GUI_EXPORT void qt_handleKeyEvent(QWindow*, QEvent::Type, int, Qt::Keyb
 
 namespace
 {
+/// A menu may be gone as soon as it was clicked or left by a key.
+using CGuarded = QPointer<const QWidget>;
+
 /// Above any interval of a double click.
 constexpr int s_nBetweenClicks = 2000;
 constexpr int s_nNotch = 120;
@@ -58,7 +62,13 @@ void CMonkeyHands::release(const QWidget* pWidget, const QPoint& ptAt, Qt::Mouse
 
 void CMonkeyHands::click(const QWidget* pWidget, const QPoint& ptAt, Qt::MouseButton eButton, Qt::KeyboardModifiers eModifiers)
 {
+    const CGuarded pGuarded(pWidget);
     press(pWidget, ptAt, eButton, eModifiers);
+    if (pGuarded == nullptr)
+    {
+        m_eHeld &= ~Qt::MouseButtons(eButton);
+        return;
+    }
     release(pWidget, ptAt, eButton, eModifiers);
 }
 
@@ -77,10 +87,11 @@ void CMonkeyHands::key(const QWidget* pWidget, int nKey, Qt::KeyboardModifiers e
     {
         return;
     }
+    const CGuarded pGuarded(pWidget);
     qt_handleKeyEvent(pWindow, QEvent::KeyPress, nKey, eModifiers, strText, false, 1);
     settle();
     // Where the key has closed the window it goes up elsewhere.
-    pWindow = windowOf(pWidget);
+    pWindow = pGuarded == nullptr ? nullptr : windowOf(pWidget);
     if (pWindow != nullptr)
     {
         qt_handleKeyEvent(pWindow, QEvent::KeyRelease, nKey, eModifiers, strText, false, 1);

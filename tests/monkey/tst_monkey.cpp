@@ -8,7 +8,10 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
+#include <QPointer>
 
 #include <array>
 #include <cmath>
@@ -21,6 +24,22 @@
 using Break = std::function<void(CToolWindow&)>;
 Q_DECLARE_METATYPE(Break)
 
+/// The buttons that are held at each press and release.
+class CButtonsSeen : public QObject
+{
+public:
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override
+    {
+        if (pEvent->type() == QEvent::MouseButtonPress || pEvent->type() == QEvent::MouseButtonRelease)
+        {
+            m_lstButtons.append(static_cast<QMouseEvent*>(pEvent)->buttons());
+        }
+        return QObject::eventFilter(pObject, pEvent);
+    }
+
+    QList<Qt::MouseButtons> m_lstButtons;
+};
+
 class tst_Monkey : public QObject
 {
     Q_OBJECT
@@ -31,6 +50,8 @@ private slots:
     void sharedKey();
     void orderWithoutFrames();
     void askedTwice();
+    void menuThatGoes_data();
+    void menuThatGoes();
     void play_data();
     void play();
     void sameSeed();
@@ -245,6 +266,44 @@ void tst_Monkey::askedTwice()
     QCOMPARE(nAnswer, int(QDialog::Rejected));
     QVERIFY2(strDiary.contains(QStringLiteral("dialog answered")) && strDiary.contains(QStringLiteral("is given up")),
              qPrintable(strDiary));
+}
+
+void tst_Monkey::menuThatGoes_data()
+{
+    QTest::addColumn<bool>("bClick");
+    QTest::newRow("left by a key") << false;
+    QTest::newRow("clicked beside") << true;
+}
+
+/// The plot's menu is deleted by the very key or press that closes it; the hands must not touch it again.
+void tst_Monkey::menuThatGoes()
+{
+    QFETCH(bool, bClick);
+    QPointer<QMenu> pMenu(new QMenu);
+    pMenu->setAttribute(Qt::WA_DeleteOnClose);
+    pMenu->addAction(QStringLiteral("an entry"));
+    pMenu->popup(QPoint(100, 100));
+    QVERIFY(QTest::qWaitForWindowExposed(pMenu));
+    CMonkeyHands objHands;
+    if (bClick)
+    {
+        objHands.click(pMenu, QPoint(-50, -50), Qt::LeftButton);
+    }
+    else
+    {
+        objHands.key(pMenu, Qt::Key_Escape);
+    }
+    QVERIFY(pMenu.isNull());
+
+    // Nothing is held any more: the next click is one.
+    QWidget objWindow;
+    objWindow.resize(50, 50);
+    objWindow.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&objWindow));
+    CButtonsSeen objSeen;
+    objWindow.installEventFilter(&objSeen);
+    objHands.click(&objWindow, QPoint(20, 20), Qt::RightButton);
+    QCOMPARE(objSeen.m_lstButtons, QList<Qt::MouseButtons>({Qt::RightButton, Qt::NoButton}));
 }
 
 void tst_Monkey::play_data()
