@@ -1,12 +1,12 @@
 #pragma once
 
+#include "COrmTableModel.h"
 #include "SClickFacts.h"
 
-#include <QAbstractTableModel>
 #include <QVector>
 
 /// The images of one sequence as a table: how each was taken.
-class COrmClickModel : public QAbstractTableModel
+class COrmClickModel : public COrmTableModel
 {
     Q_OBJECT
 
@@ -16,8 +16,7 @@ public:
         eClick,
         eEmission,
         eExcitation,
-        eExposure,
-        eColumns
+        eExposure
     };
 
     explicit COrmClickModel(QObject* pParent = nullptr);
@@ -25,10 +24,10 @@ public:
     void setClicks(const QVector<SClickFacts>& lstClicks);
     bool hasExcitation() const;
 
-    int rowCount(const QModelIndex& objParent = QModelIndex()) const override;
-    int columnCount(const QModelIndex& objParent = QModelIndex()) const override;
     QVariant data(const QModelIndex& objIndex, int nRole = Qt::DisplayRole) const override;
-    QVariant headerData(int nSection, Qt::Orientation eOrientation, int nRole = Qt::DisplayRole) const override;
+
+protected:
+    int rows() const override { return m_lstClicks.size(); }
 
 private:
     QVector<SClickFacts> m_lstClicks;

@@ -5,7 +5,6 @@
 #include "OrmGlyphs.h"
 
 #include <QDateTime>
-#include <QIcon>
 
 namespace
 {
@@ -13,33 +12,14 @@ QDateTime dateOf(const QString& strDateTime)
 {
     return QDateTime::fromString(strDateTime, Qt::ISODate);
 }
-
-QIcon kindIcon(const COrmSequenceDataset& objSequence)
-{
-    if (objSequence.isLuminescentSequence())
-        return QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm"));
-    if (objSequence.isFluorescentSequence())
-        return QIcon(QStringLiteral(":/Resource/fluorescent_icon.xpm"));
-    return OrmGlyphs::icon(OrmGlyphs::ePhotograph);
-}
 } // namespace
 
 COrmSequenceModel::COrmSequenceModel(COrmSequenceCollection* pCollection, QObject* pParent)
-    : QAbstractTableModel(pParent), m_lstSequences(pCollection->sequences())
+    : COrmTableModel({tr("Sequence"), tr("Subject"), tr("Date"), tr("Saved results")}, pParent), m_lstSequences(pCollection->sequences())
 {
     connect(pCollection, &COrmSequenceCollection::added, this, &COrmSequenceModel::insertLast);
     connect(pCollection, &COrmSequenceCollection::changed, this, &COrmSequenceModel::update);
     connect(pCollection, &COrmSequenceCollection::aboutToClose, this, &COrmSequenceModel::remove);
-}
-
-int COrmSequenceModel::rowCount(const QModelIndex& objParent) const
-{
-    return objParent.isValid() ? 0 : m_lstSequences.size();
-}
-
-int COrmSequenceModel::columnCount(const QModelIndex& objParent) const
-{
-    return objParent.isValid() ? 0 : eColumns;
 }
 
 QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
@@ -52,7 +32,9 @@ QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
     case Qt::DisplayRole:
         return text(objSequence, objIndex.column());
     case Qt::DecorationRole:
-        return objIndex.column() == eID ? QVariant(kindIcon(objSequence)) : QVariant();
+        return objIndex.column() == eID
+                   ? QVariant(OrmGlyphs::kindIcon(objSequence.isLuminescentSequence(), objSequence.isFluorescentSequence()))
+                   : QVariant();
     case Qt::AccessibleTextRole:
         return objIndex.column() == eID ? text(objSequence, eID) + QStringLiteral(", ") + kindText(objSequence)
                                         : text(objSequence, objIndex.column());
@@ -67,25 +49,6 @@ QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
         return QStringList{text(objSequence, eID), text(objSequence, eSubject), text(objSequence, eDate), text(objSequence, eResults),
                            kindText(objSequence)}
             .join(QLatin1Char('\n'));
-    default:
-        return {};
-    }
-}
-
-QVariant COrmSequenceModel::headerData(int nSection, Qt::Orientation eOrientation, int nRole) const
-{
-    if (eOrientation != Qt::Horizontal || nRole != Qt::DisplayRole)
-        return {};
-    switch (nSection)
-    {
-    case eID:
-        return tr("Sequence");
-    case eSubject:
-        return tr("Subject");
-    case eDate:
-        return tr("Date");
-    case eResults:
-        return tr("Saved results");
     default:
         return {};
     }

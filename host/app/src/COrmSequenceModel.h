@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QAbstractTableModel>
+#include "COrmTableModel.h"
+
 #include <QList>
 
 class COrmSequenceCollection;
 class COrmSequenceDataset;
 
 /// The open sequences of a collection as a table.
-class COrmSequenceModel : public QAbstractTableModel
+class COrmSequenceModel : public COrmTableModel
 {
     Q_OBJECT
 
@@ -29,10 +30,7 @@ public:
 
     explicit COrmSequenceModel(COrmSequenceCollection* pCollection, QObject* pParent = nullptr);
 
-    int rowCount(const QModelIndex& objParent = QModelIndex()) const override;
-    int columnCount(const QModelIndex& objParent = QModelIndex()) const override;
     QVariant data(const QModelIndex& objIndex, int nRole = Qt::DisplayRole) const override;
-    QVariant headerData(int nSection, Qt::Orientation eOrientation, int nRole = Qt::DisplayRole) const override;
 
     /// The kind of a sequence in words.
     static QString kindText(const COrmSequenceDataset& objSequence);
@@ -40,6 +38,9 @@ public:
     static QString resultsText(int nSOLA, int nNOVA);
     /// The date as "2026-08-01 09:30"; a text that is no date is given back as it is.
     static QString dateText(const QString& strDateTime);
+
+protected:
+    int rows() const override { return m_lstSequences.size(); }
 
 private:
     void insertLast(COrmSequenceDataset* pSequence);

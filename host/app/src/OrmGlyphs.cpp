@@ -174,3 +174,10 @@ QIcon OrmGlyphs::icon(EGlyph eGlyph)
 {
     return QIcon(new CGlyphEngine(eGlyph));
 }
+
+QIcon OrmGlyphs::kindIcon(bool bLuminescent, bool bFluorescent)
+{
+    if (bLuminescent)
+        return QIcon(QStringLiteral(":/Resource/luminescent_icon.xpm"));
+    return bFluorescent ? QIcon(QStringLiteral(":/Resource/fluorescent_icon.xpm")) : icon(ePhotograph);
+}

@@ -17,4 +17,6 @@ enum EGlyph
 };
 
 QIcon icon(EGlyph eGlyph);
+/// The mark of what was taken: luminescence before fluorescence, a camera where it is neither.
+QIcon kindIcon(bool bLuminescent, bool bFluorescent);
 } // namespace OrmGlyphs
