@@ -20,6 +20,9 @@ private slots:
     void noRoomLeavesNothingHalf();
     void otherFilesAreTried();
     void aResultThatHasGoneLeavesTheOthers();
+    void anInputThatHasGoneIsTold_data();
+    void anInputThatHasGoneIsTold();
+    void anIndexThatHasGoneLeavesAGap();
 
 private:
     struct SRun
@@ -141,6 +144,77 @@ void TestFaultsCompare::aResultThatHasGoneLeavesTheOthers()
     QFile objTable(strTable);
     QVERIFY(objTable.open(QIODevice::ReadOnly));
     QVERIFY(objTable.readAll().count('\n') > 2); // a heading and more than one of the other results
+}
+
+void TestFaultsCompare::anInputThatHasGoneIsTold_data()
+{
+    QTest::addColumn<QString>("strGone");
+    QTest::addColumn<QString>("strProgram");
+    QTest::addColumn<QStringList>("lstArguments"); // %1: the folder of the test
+    QTest::addColumn<QString>("strReason");
+    const QString strSequence = "study/PM20260302_L";
+    const QStringList lstView = {"--quiet", "--view", "%1/out/view.png"};
+    QTest::newRow("ormcompare, study") << "study"
+                                       << "ormcompare" << QStringList{"%1/study"} + lstView << "%1/study is no folder.";
+    QTest::newRow("ormcompare, one of two folders")
+        << strSequence << "ormcompare" << QStringList{"%1/study/PM20260305_L", "%1/study/PM20260302_L"} + lstView
+        << "%1/study/PM20260302_L is no folder.";
+    QTest::newRow("ormcompare, sequence information")
+        << strSequence + "/SequenceInfo.txt"
+        << "ormcompare" << QStringList{"%1/study/PM20260302_L"} + lstView << "There is no sequence under %1/study/PM20260302_L.";
+    QTest::newRow("ormcompare, picture for --like") << "out/look.png"
+                                                    << "ormcompare" << QStringList{"%1/study", "--like", "%1/out/look.png"} + lstView
+                                                    << "%1/out/look.png cannot be repeated: there is no such file.";
+    const QStringList lstExport = {"%1/study/PM20260302_L", "--load", "SOLA *mm", "--surface", "%1/out/surface.vtp"};
+    QTest::newRow("ormexport, study") << "study"
+                                      << "ormexport" << lstExport << "There is no saved result under %1/study/PM20260302_L.";
+    QTest::newRow("ormexport, index") << strSequence + "/XML/SOLA.txt"
+                                      << "ormexport" << lstExport << "There is no saved result under %1/study/PM20260302_L.";
+    QTest::newRow("ormexport, result") << strSequence + "/XML/SOLA_1.xml"
+                                       << "ormexport" << lstExport << "%1/study/PM20260302_L/XML/SOLA_1.xml: No such file or directory.";
+    const QStringList lstImport = {"--surface", "%1/surface.ply", "--volume",   "%1/volume.nii", "--kind",    "SOLA", "--subject",
+                                   "M",         "--date",         "2026-03-02", "--out",         "%1/out/new"};
+    for (const char* pFile : {"surface.ply", "volume.nii"})
+        QTest::addRow("ormimport, %s", pFile) << QString(pFile) << "ormimport" << lstImport
+                                              << QStringLiteral("%1/") + pFile + ": No such file or directory.";
+}
+
+/// What a caller saw a moment ago is not there any more. ormcompare shows what is left, and says by its end that it is not all.
+void TestFaultsCompare::anInputThatHasGoneIsTold()
+{
+    QFETCH(QString, strGone);
+    QFETCH(QString, strProgram);
+    QFETCH(QStringList, lstArguments);
+    QFETCH(QString, strReason);
+    QFile objSurface(path(QStringLiteral("surface.ply")));
+    QVERIFY(objSurface.open(QIODevice::WriteOnly));
+    objSurface.write("ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\nelement face 1\n"
+                     "property list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n");
+    objSurface.close();
+    const QFileInfo objGone(path(strGone));
+    QVERIFY(objGone.isDir() ? QDir(objGone.filePath()).removeRecursively() : !objGone.exists() || QFile::remove(objGone.filePath()));
+    lstArguments.replaceInStrings(QStringLiteral("%1"), m_pFolder->path());
+    const SRun sRun = run(QString(), strProgram, lstArguments);
+    QCOMPARE(sRun.nExit, 1);
+    const QString strErrors = sRun.lstErrors.join(QLatin1Char('\n'));
+    QVERIFY2(strErrors.contains(strReason.replace(QStringLiteral("%1"), m_pFolder->path())), qPrintable(strErrors));
+    const bool bRest = strProgram == QLatin1String("ormcompare") && !lstArguments.contains(QStringLiteral("--like"));
+    QCOMPARE(written(), bRest ? QStringList{QStringLiteral("view.png")} : QStringList());
+}
+
+/// A sequence whose list of results has gone is one without results: a time point without numbers.
+void TestFaultsCompare::anIndexThatHasGoneLeavesAGap()
+{
+    QVERIFY(QFile::remove(path(QStringLiteral("study/PM20260302_L/XML/SOLA.txt"))));
+    const QString strTable = path(QStringLiteral("out/table.csv"));
+    const SRun sRun = run(QString(), QStringLiteral("ormcompare"),
+                          {path(QStringLiteral("study")), QStringLiteral("--quiet"), QStringLiteral("--table"), strTable});
+    QCOMPARE(sRun.nExit, 0);
+    QFile objTable(strTable);
+    QVERIFY(objTable.open(QIODevice::ReadOnly));
+    const QByteArray byTable = objTable.readAll();
+    QVERIFY2(byTable.contains("\r\nSOLA,PM20260302_L,,,,,,,,,,Phantom mouse,2026-03-02T09:30:00,0\r\n"), byTable);
+    QVERIFY2(byTable.contains("\r\nSOLA,PM20260305_L,\"Day 3, "), byTable);
 }
 
 QTEST_GUILESS_MAIN(TestFaultsCompare)
