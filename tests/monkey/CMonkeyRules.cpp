@@ -281,9 +281,23 @@ QString CMonkeyRules::brokenByControls() const
                                          get<QGroupBox>("m_pNOVAGB")->isHidden() == (nKind != s_nNOVA),
                                      QStringLiteral("the units are not those of the kind shown"));
                    },
-                   // The unit of values that are shown is not to be changed.
-                   [&] { return unless(count(s_nSOLA) == 0 || !isEnabled("m_pSOLAGB"), QStringLiteral("the SOLA unit is free")); },
-                   [&] { return unless(count(s_nNOVA) == 0 || !isEnabled("m_pNOVAGB"), QStringLiteral("the NOVA unit is free")); });
+                   [&] { return brokenUnit(s_nSOLA, "m_pSOLAGB"); }, [&] { return brokenUnit(s_nNOVA, "m_pNOVAGB"); });
+}
+
+QString CMonkeyRules::brokenUnit(int nKind, const char* pBoxName) const
+{
+    // The unit of values that are shown is not to be changed. A tile whose key a removed sequence took holds no unit any more. This is
+    // meant.
+    const QList<sAnalysisBase>& lstRecords = m_objTool.view().getAnalysisParams();
+    const auto itHolder =
+        std::find_if(lstRecords.begin(), lstRecords.end(),
+                     [&](const sAnalysisBase& objRecord) {
+                         return objRecord.nAnalysisType == nKind && !m_setTaken.contains(objRecord.strSequenceID + objRecord.strResultName);
+                     });
+    return unless(itHolder == lstRecords.end() || !isEnabled(pBoxName),
+                  QStringLiteral("the unit in %1 is free: tiles %2, keys %3")
+                      .arg(QLatin1String(pBoxName), m_objTool.tiles().join(QStringLiteral(", ")),
+                           m_objTool.view().getLoadedResult().join(QStringLiteral(", "))));
 }
 
 QString CMonkeyRules::brokenWhenSettled()

@@ -23,6 +23,7 @@ private:
     QString brokenByRanges() const;
     QString brokenBySliders() const;
     QString brokenByControls() const;
+    QString brokenUnit(int nKind, const char* pBoxName) const;
     QString brokenByOpenGL() const;
 
     template <class T>
