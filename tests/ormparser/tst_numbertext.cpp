@@ -191,6 +191,8 @@ void tst_numbertext::floatsAtTheirLimits_data()
     QTest::newRow("an exponent beyond all numbers") << QByteArray("1e-99999999999999999999") << true << 0x00000000U;
     QTest::newRow("an exponent beyond all numbers upwards") << QByteArray("1e99999999999999999999") << false << 0U;
     QTest::newRow("two exponents, the first beyond all numbers") << QByteArray("1e-400e2") << false << 0U;
+    QTest::newRow("above a double, with a sign") << QByteArray("1e+400") << false << 0U;
+    QTest::newRow("below a double, raised by its exponent") << "0." + QByteArray(400, '0') + "1e+10" << true << 0x00000000U;
     QTest::newRow("above a double, many digits") << QByteArray(900, '9') + "e-100" << false << 0U;
     QTest::newRow("below a denormal, negative") << QByteArray("-1e-60") << true << 0x80000000U;
     QTest::newRow("negative zero") << QByteArray("-0.0") << true << 0x80000000U;

@@ -49,6 +49,7 @@ private slots:
     void interruptedTextsAreOneText();
     void interruptedTextsHaveALimit_data();
     void interruptedTextsHaveALimit();
+    void interruptedNumbersHaveALimit();
     void rowsHaveALimit_data();
     void rowsHaveALimit();
 
@@ -228,6 +229,35 @@ void tst_resultrows::interruptedTextsHaveALimit()
     QCOMPARE(strText.endsWith("xy"), bRead);
     QVERIFY(bRead || objXML.lastError().endsWith("Row[0]: Key: its text is interrupted and longer than 8388608 bytes"));
     QCOMPARE(objXML.row(1), QStringLiteral("good"));
+}
+
+/// Wherever a number is read from an element, and each way says which key it is.
+void tst_resultrows::interruptedNumbersHaveALimit()
+{
+    const QByteArray baKey = "<Key>" + QByteArray(static_cast<int>(OrmDocumentLimits::nXmlComposedText), '0') + "&#x31;</Key>";
+    const QString strReason = QStringLiteral("Key: its text is interrupted and longer than 8388608 bytes");
+    OpenResult objXML;
+    QVERIFY(objXML.open(m_objFiles, section("", baKey + "<Row>" + baKey + "</Row><Row Key=\"2\"/>")));
+
+    QString strText = QStringLiteral("before");
+    QVERIFY(!objXML.currentKeyText("Key", strText));
+    QVERIFY2(objXML.lastError().endsWith("Second: " + strReason), qPrintable(objXML.lastError()));
+    QCOMPARE(strText, QStringLiteral("before"));
+
+    int nValue = 7;
+    QVERIFY(!objXML.Read2ndTagKeyValues("First", "Second", QStringLiteral("Key"), nValue));
+    QVERIFY2(objXML.lastError().endsWith("Second: " + strReason), qPrintable(objXML.lastError()));
+    QCOMPARE(nValue, 7);
+
+    std::vector<quint32> vecWhole = {7};
+    QVERIFY(!objXML.readCurrentUInts("Row", {"Key"}, 2, vecWhole));
+    QVERIFY2(objXML.lastError().endsWith("Row[0]: " + strReason.mid(5)), qPrintable(objXML.lastError()));
+    QCOMPARE(vecWhole, std::vector<quint32>{7});
+    std::vector<float> vecFloat = {7.0F};
+    QVERIFY(!objXML.readCurrentNumbers("Row", {"Key"}, 2, vecFloat));
+    QVERIFY2(objXML.lastError().endsWith("Row[0]: " + strReason.mid(5)), qPrintable(objXML.lastError()));
+    QCOMPARE(vecFloat, std::vector<float>{7.0F});
+    QCOMPARE(objXML.row(1), QStringLiteral("2"));
 }
 
 void tst_resultrows::rowsHaveALimit_data()
