@@ -76,7 +76,7 @@ function(orm_add_program name)
 endfunction()
 
 # orm_add_tests(area DEPENDS ... [TIMEOUT s]) makes one program and one test of each tst_*.cpp of the current folder.
-# The tests see a home of their own, never the user's. An unexpected warning fails a test.
+# The tests see a home of their own, never the user's, and English. An unexpected warning fails a test.
 function(orm_add_tests area)
     cmake_parse_arguments(ARG "" "TIMEOUT" "DEPENDS" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -102,6 +102,6 @@ function(orm_add_tests area)
         set_tests_properties(${area}.${name} PROPERTIES
             TIMEOUT ${ARG_TIMEOUT}
             FAIL_REGULAR_EXPRESSION "QWARN|QCRITICAL"
-            ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home}/run;LIBGL_ALWAYS_SOFTWARE=1;QT_LOGGING_RULES=qt.*=false;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=0:allocator_may_return_null=1")
+            ENVIRONMENT "LANGUAGE=en;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home}/run;LIBGL_ALWAYS_SOFTWARE=1;QT_LOGGING_RULES=qt.*=false;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=0:allocator_may_return_null=1")
     endforeach()
 endfunction()

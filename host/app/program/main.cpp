@@ -1,5 +1,6 @@
 #include "COrmApplication.h"
 #include "COrmDisplayCheck.h"
+#include "COrmHostSettings.h"
 #include "COrmLog.h"
 #include "COrmLogFile.h"
 #include "COrmMainWindow.h"
@@ -8,7 +9,10 @@
 #include "COrmQtMessages.h"
 #include "OrmCommandLine.h"
 #include "OrmDiagnosis.h"
+#include "OrmLanguage.h"
 #include "OrmSettingsReset.h"
+
+#include <QLocale>
 
 #include <cstdio>
 
@@ -123,6 +127,8 @@ int main(int nArguments, char** ppArguments)
         return s_nWrongUsage;
     if (sLine.m_bNoSettings)
         COrmPreference::setStore(QString());
+    const QString strLanguage = sLine.m_strLanguage.isEmpty() ? COrmHostSettings().language() : sLine.m_strLanguage;
+    OrmLanguage::use(OrmLanguage::choose(strLanguage, QLocale::system().uiLanguages()));
 
     COrmMainWindow objWindow;
     objWindow.loadTools(COrmPluginManager::defaultFolder());

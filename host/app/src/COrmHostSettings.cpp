@@ -10,6 +10,8 @@ namespace
 const QString s_strWindow = QStringLiteral("window");
 const QString s_strRecent = QStringLiteral("recent");
 const QString s_strFolders = QStringLiteral("folders");
+const QString s_strTexts = QStringLiteral("texts");
+const QString s_strLanguage = QStringLiteral("language");
 } // namespace
 
 QString COrmHostSettings::file()
@@ -66,4 +68,14 @@ void COrmHostSettings::setRecentFolders(const QStringList& lstFolders)
 void COrmHostSettings::clearRecentFolders()
 {
     setRecentFolders({});
+}
+
+QString COrmHostSettings::language() const
+{
+    return store().value(s_strTexts, s_strLanguage).toString();
+}
+
+void COrmHostSettings::setLanguage(const QString& strCode)
+{
+    store().setValue(s_strTexts, s_strLanguage, strCode.isEmpty() ? QJsonValue() : QJsonValue(strCode));
 }

@@ -28,6 +28,10 @@ public:
     void setRecentFolders(const QStringList& lstFolders);
     void clearRecentFolders();
 
+    /// The code of the language that the user chose for the windows; empty: the system's.
+    QString language() const;
+    void setLanguage(const QString& strCode);
+
 private:
     CSettingsStore& store() const;
     mutable CSettingsStore m_objStore; ///< follows the place of the preferences

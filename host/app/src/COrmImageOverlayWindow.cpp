@@ -20,11 +20,11 @@ COrmImageOverlayWindow::COrmImageOverlayWindow(QWidget* pParent)
     : QWidget(pParent, Qt::Window),
       m_pImageCB(new QComboBox(this)),
       m_pOpacitySlider(new QSlider(Qt::Horizontal, this)),
-      m_pOpacityLabel(new QLabel(QStringLiteral("&Opacity:"), this)),
+      m_pOpacityLabel(new QLabel(tr("&Opacity:"), this)),
       m_pPicture(new COrmPictureWidget(this))
 {
     setObjectName(toolName());
-    setWindowTitle(toolName());
+    setWindowTitle(title());
     m_pImageCB->setObjectName(QStringLiteral("overlayImage"));
     m_pImageCB->setItemDelegate(new COrmPlainTextDelegate(m_pImageCB));
     m_pImageCB->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -33,7 +33,7 @@ COrmImageOverlayWindow::COrmImageOverlayWindow(QWidget* pParent)
     m_pOpacitySlider->setRange(0, 100);
     m_pOpacitySlider->setValue(70);
     m_pPicture->setObjectName(QStringLiteral("overlayPicture"));
-    auto* pImageLabel = new QLabel(QStringLiteral("&Image:"), this);
+    auto* pImageLabel = new QLabel(tr("&Image:"), this);
     pImageLabel->setBuddy(m_pImageCB);
     m_pOpacityLabel->setBuddy(m_pOpacitySlider);
 
@@ -55,6 +55,11 @@ QString COrmImageOverlayWindow::toolName()
     return QStringLiteral("Image Overlay");
 }
 
+QString COrmImageOverlayWindow::title()
+{
+    return tr("Image Overlay");
+}
+
 void COrmImageOverlayWindow::setSequence(COrmSequenceDataset* pSequence)
 {
     if (m_bAsked && m_pSequence == pSequence)
@@ -72,8 +77,7 @@ void COrmImageOverlayWindow::setSequence(COrmSequenceDataset* pSequence)
         }
     }
     m_pImageCB->setEnabled(m_pImageCB->count() > 1);
-    setWindowTitle(pSequence == nullptr ? toolName()
-                                        : toolName() + QStringLiteral(" - ") + COrmPlainText::visible(pSequence->getSequenceID()));
+    setWindowTitle(pSequence == nullptr ? title() : title() + QStringLiteral(" - ") + COrmPlainText::visible(pSequence->getSequenceID()));
     loadImages();
 }
 
@@ -84,7 +88,7 @@ void COrmImageOverlayWindow::loadImages()
     const bool bOpen = m_pSequence && COrmSequenceDataset::getSequenceDataset(m_pSequence->getSequenceID()) == m_pSequence;
     const COrmDataset* pDataset = bOpen ? m_pSequence->getDatasets().value(m_pImageCB->currentIndex()) : nullptr;
     if (pDataset == nullptr)
-        m_pPicture->setText(QStringLiteral("Select a sequence in the list of the main window."));
+        m_pPicture->setText(tr("Select a sequence in the list of the main window."));
     else
     {
         QString strReason;
@@ -94,7 +98,7 @@ void COrmImageOverlayWindow::loadImages()
             m_imgPhotograph = OrmOverlay::load(strPhotograph, &strReason);
         if (!strLuminescent.isEmpty())
             m_imgLuminescent = OrmOverlay::load(strLuminescent, &strReason);
-        m_pPicture->setText(strReason.isEmpty() ? QStringLiteral("Image %1 has no picture.").arg(pDataset->getClickNumber()) : strReason);
+        m_pPicture->setText(strReason.isEmpty() ? tr("Image %1 has no picture.").arg(pDataset->getClickNumber()) : strReason);
     }
     showImages();
 }

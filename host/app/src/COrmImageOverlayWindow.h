@@ -19,8 +19,10 @@ class COrmImageOverlayWindow : public QWidget
 public:
     explicit COrmImageOverlayWindow(QWidget* pParent = nullptr);
 
-    /// The text of the menu entry, and the window's object name.
+    /// What a command line or another tool calls it in every language; the window's object name.
     static QString toolName();
+    /// The same for the user: the text of the menu entry and the beginning of the window's title.
+    static QString title();
     /// Shows the sequence's images; null: asks for a selection.
     void setSequence(COrmSequenceDataset* pSequence);
     /// Copies the picture if the name is this window's, case aside.

@@ -178,7 +178,7 @@ void COrmLogPanel::showAgain()
 void COrmLogPanel::updateCount()
 {
     const int nKept = int(m_lstEntries.size());
-    const QString strAll = nKept == 1 ? tr("1 line") : tr("%1 lines").arg(nKept);
+    const QString strAll = nKept == 1 ? tr("1 line") : tr("%n lines", nullptr, nKept);
     m_pCount->setText(m_nShown == nKept ? strAll : tr("%1 of %2").arg(m_nShown).arg(strAll));
     m_pCopy->setEnabled(m_nShown > 0);
     m_pLast->setEnabled(m_nShown > 0);
@@ -220,7 +220,7 @@ QString COrmLogPanel::levelName(long nLevel)
 QString COrmLogPanel::lineFor(const SLogEntry& sEntry)
 {
     // Weight in words as well: colour alone does not reach everybody.
-    const QString strWeight = sEntry.nLevel >= 3 ? QStringLiteral("Error: ") : sEntry.nLevel == 2 ? QStringLiteral("Note: ") : QString();
+    const QString strWeight = sEntry.nLevel >= 3 ? tr("Error: ") : sEntry.nLevel == 2 ? tr("Note: ") : QString();
     const QString strWriter = sEntry.strCategory.isEmpty() ? QString() : sEntry.strCategory + QStringLiteral("  ");
     return sEntry.dtWritten.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral("  ") + strWriter + strWeight +
            COrmPlainText::visible(COrmPlainText::shortened(sEntry.strMessage, s_nMaxLineLength));

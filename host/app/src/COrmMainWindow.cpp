@@ -18,7 +18,6 @@
 #include "COrmUtilityFns.h"
 #include "OrmAbout.h"
 #include "OrmCommandLine.h"
-#include "OrmTexts.h"
 
 #include <QAction>
 #include <QApplication>
@@ -69,8 +68,8 @@ COrmMainWindow::COrmMainWindow(QWidget* pParent)
     m_pProgressBar->setFixedWidth(8 * fontMetrics().height());
     m_pStopButton = new QToolButton(this);
     m_pStopButton->setObjectName(QStringLiteral("stopSearch"));
-    m_pStopButton->setText(QStringLiteral("Stop"));
-    m_pStopButton->setStatusTip(QStringLiteral("Stop looking for sequences; what was opened stays open"));
+    m_pStopButton->setText(tr("Stop"));
+    m_pStopButton->setStatusTip(tr("Stop looking for sequences; what was opened stays open"));
     for (QWidget* pWidget : {static_cast<QWidget*>(m_pProgressBar), static_cast<QWidget*>(m_pStopButton)})
     {
         statusBar()->addPermanentWidget(pWidget);
@@ -125,8 +124,7 @@ void COrmMainWindow::loadTools(const QString& strFolder)
     offerTool();
     const int nRefused = m_pPlugins->refusals().size();
     if (nRefused > 0)
-        showHint(nRefused == 1 ? m_pPlugins->refusals().first()
-                               : QStringLiteral("%1 tools were not loaded: View > Log says why.").arg(nRefused));
+        showHint(nRefused == 1 ? m_pPlugins->refusals().first() : tr("%n tools were not loaded: View > Log says why.", nullptr, nRefused));
 }
 
 void COrmMainWindow::start(const SCommandLine& sLine)
@@ -140,12 +138,13 @@ void COrmMainWindow::start(const SCommandLine& sLine)
 
 bool COrmMainWindow::openTool(const QString& strName)
 {
-    if (strName.compare(COrmImageOverlayWindow::toolName(), Qt::CaseInsensitive) == 0)
+    if (strName.compare(COrmImageOverlayWindow::toolName(), Qt::CaseInsensitive) == 0 ||
+        strName.compare(COrmImageOverlayWindow::title(), Qt::CaseInsensitive) == 0)
     {
         showOverlay();
         return true;
     }
-    QString strReason = QStringLiteral("There is no tool named %1.").arg(strName);
+    QString strReason = tr("There is no tool named %1.").arg(strName);
     COrmTool* pTool = m_pPlugins->tool(strName);
     if (pTool != nullptr && pTool->use(&strReason))
         return true;
@@ -183,8 +182,7 @@ void COrmMainWindow::closeSelected()
     for (const QString& strID : lstIDs)
         m_pSequences->close(strID);
     if (!lstIDs.isEmpty())
-        showHint(QStringLiteral("Closed %1.")
-                     .arg(lstIDs.size() == 1 ? lstIDs.first() : OrmTexts::counted(lstIDs.size(), tr("sequence"), tr("sequences"))));
+        showHint(lstIDs.size() == 1 ? tr("Closed %1.").arg(lstIDs.first()) : tr("Closed %n sequences.", nullptr, lstIDs.size()));
 }
 
 void COrmMainWindow::refreshSelected()
@@ -211,7 +209,7 @@ void COrmMainWindow::refreshNext()
         if (COrmSequenceDataset::getSequenceDataset(strID) == nullptr)
             continue; // closed meanwhile
         const QString strReason = m_pSequences->refresh(strID);
-        showHint(strReason.isEmpty() ? QStringLiteral("Read %1 again.").arg(strID) : strReason);
+        showHint(strReason.isEmpty() ? tr("Read %1 again.").arg(strID) : strReason);
     }
     if (m_lstToRefresh.isEmpty())
     {
@@ -263,8 +261,7 @@ void COrmMainWindow::resetLongitudinalStudy()
 
 void COrmMainWindow::showAbout()
 {
-    COrmMessageBox::information(this, QStringLiteral("About %1").arg(COrmUtilityFns::getAppName()), OrmAbout::text(*m_pPlugins),
-                                QMessageBox::Ok);
+    COrmMessageBox::information(this, tr("About %1").arg(COrmUtilityFns::getAppName()), OrmAbout::text(*m_pPlugins), QMessageBox::Ok);
 }
 
 void COrmMainWindow::updateControls()
@@ -281,7 +278,7 @@ void COrmMainWindow::closeEvent(QCloseEvent* pEvent)
     if (COrmProcess::isUserInteractionDisabled())
     {
         pEvent->ignore(); // a tool is at work and will need the host once more
-        showHint(QStringLiteral("A tool is still working."));
+        showHint(tr("A tool is still working."));
         return;
     }
     saveLayout();

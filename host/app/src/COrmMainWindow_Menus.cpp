@@ -31,12 +31,14 @@ QString readable(const QString& strActionText)
     return strText.trimmed();
 }
 
+/// The entry that a tool means. The host's own are known to tools by their English names, which are their data.
 QAction* entryNamed(const QMenu* pMenu, const QString& strName)
 {
     const QList<QAction*> lstActions = pMenu->actions();
     for (QAction* pAction : lstActions)
     {
-        if (!pAction->isSeparator() && readable(pAction->text()).compare(readable(strName), Qt::CaseInsensitive) == 0)
+        const QString strOwn = pAction->data().toString().isEmpty() ? pAction->text() : pAction->data().toString();
+        if (!pAction->isSeparator() && readable(strOwn).compare(readable(strName), Qt::CaseInsensitive) == 0)
             return pAction;
     }
     return nullptr;
@@ -53,22 +55,22 @@ QAction* COrmMainWindow::addTo(QMenu* pMenu, const QString& strText, const QStri
 
 void COrmMainWindow::makeMenus()
 {
-    m_pToolBar = addToolBar(QStringLiteral("Tools"));
+    m_pToolBar = addToolBar(tr("Tools"));
     m_pToolBar->setObjectName(QStringLiteral("toolBar"));
     m_pToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pSystemMenus = new COrmSystemMenus(this, m_objSettings);
     makeFileMenu();
     makeEditMenu();
-    m_pViewMenu = menuBar()->addMenu(QStringLiteral("&View"));
+    m_pViewMenu = menuBar()->addMenu(tr("&View"));
     QAction* pLog = m_pLogPanel->toggleViewAction();
-    pLog->setText(QStringLiteral("&Log"));
+    pLog->setText(tr("&Log"));
     pLog->setObjectName(QStringLiteral("actionLog"));
     pLog->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
-    pLog->setStatusTip(QStringLiteral("Show or hide what the host and its tools have reported"));
+    pLog->setStatusTip(tr("Show or hide what the host and its tools have reported"));
     m_pViewMenu->addAction(pLog);
     m_pViewMenu->addAction(m_pToolBar->toggleViewAction());
-    m_pToolBar->toggleViewAction()->setText(QStringLiteral("Tool &Bar"));
-    m_pToolBar->toggleViewAction()->setStatusTip(QStringLiteral("Show or hide the buttons under the menus"));
+    m_pToolBar->toggleViewAction()->setText(tr("Tool &Bar"));
+    m_pToolBar->toggleViewAction()->setStatusTip(tr("Show or hide the buttons under the menus"));
     m_pSystemMenus->addThemes(m_pViewMenu);
     makeToolsMenu();
     makeWindowAndHelpMenus();
@@ -84,15 +86,14 @@ void COrmMainWindow::makeMenus()
 
 void COrmMainWindow::makeFileMenu()
 {
-    QMenu* pFile = menuBar()->addMenu(QStringLiteral("&File"));
-    QAction* pOpen =
-        addTo(pFile, QStringLiteral("&Open Study..."), QStringLiteral("Open every sequence below a folder"), "actionOpenStudy");
+    QMenu* pFile = menuBar()->addMenu(tr("&File"));
+    QAction* pOpen = addTo(pFile, tr("&Open Study..."), tr("Open every sequence below a folder"), "actionOpenStudy");
     pOpen->setShortcut(QKeySequence::Open);
     connect(pOpen, &QAction::triggered, this, &COrmMainWindow::chooseStudy);
 
-    m_pRecentMenu = pFile->addMenu(QStringLiteral("Open &Recent"));
+    m_pRecentMenu = pFile->addMenu(tr("Open &Recent"));
     m_pRecentMenu->setObjectName(QStringLiteral("menuRecent"));
-    m_pRecentMenu->menuAction()->setStatusTip(QStringLiteral("Open a folder that was opened before"));
+    m_pRecentMenu->menuAction()->setStatusTip(tr("Open a folder that was opened before"));
     connect(m_pRecentMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillRecentMenu);
     connect(pFile, &QMenu::aboutToShow, this, [this] { m_pRecentMenu->menuAction()->setEnabled(!recentStudies().isEmpty()); });
 
@@ -107,22 +108,19 @@ void COrmMainWindow::makeFileMenu()
     m_pCompareAction->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
     m_pCompareAction->setEnabled(false);
     connect(m_pCompareAction, &QAction::triggered, this, &COrmMainWindow::compare);
-    m_pRefreshAction = addTo(pFile, QStringLiteral("Re&fresh"),
-                             QStringLiteral("Read the selected sequences again, or all if none is selected"), "actionRefresh");
+    m_pRefreshAction = addTo(pFile, tr("Re&fresh"), tr("Read the selected sequences again, or all if none is selected"), "actionRefresh");
     m_pRefreshAction->setShortcut(QKeySequence::Refresh);
     connect(m_pRefreshAction, &QAction::triggered, this, &COrmMainWindow::refreshSelected);
     pFile->addSeparator();
 
-    m_pCloseAction =
-        addTo(pFile, QStringLiteral("&Close Sequence"), QStringLiteral("Close the selected sequences; no file is changed"), "actionClose");
+    m_pCloseAction = addTo(pFile, tr("&Close Sequence"), tr("Close the selected sequences; no file is changed"), "actionClose");
     m_pCloseAction->setShortcut(COrmSystemMenus::keys(QKeySequence::Close, QKeySequence(Qt::CTRL | Qt::Key_W)));
     connect(m_pCloseAction, &QAction::triggered, this, &COrmMainWindow::closeSelected);
-    m_pCloseAllAction =
-        addTo(pFile, QStringLiteral("Close &All Sequences"), QStringLiteral("Close all sequences; no file is changed"), "actionCloseAll");
+    m_pCloseAllAction = addTo(pFile, tr("Close &All Sequences"), tr("Close all sequences; no file is changed"), "actionCloseAll");
     connect(m_pCloseAllAction, &QAction::triggered, this, [this] { m_pSequences->closeAll(); });
     pFile->addSeparator();
 
-    QAction* pQuit = addTo(pFile, QStringLiteral("&Quit"), QStringLiteral("Close all windows and end the program"), "actionQuit");
+    QAction* pQuit = addTo(pFile, tr("&Quit"), tr("Close all windows and end the program"), "actionQuit");
     pQuit->setShortcut(COrmSystemMenus::keys(QKeySequence::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q)));
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
 
@@ -132,14 +130,12 @@ void COrmMainWindow::makeFileMenu()
 
 void COrmMainWindow::makeEditMenu()
 {
-    QMenu* pEdit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    QAction* pCopy =
-        addTo(pEdit, QStringLiteral("&Copy"), QStringLiteral("Copy what the active window shows or has selected"), "actionCopy");
+    QMenu* pEdit = menuBar()->addMenu(tr("&Edit"));
+    QAction* pCopy = addTo(pEdit, tr("&Copy"), tr("Copy what the active window shows or has selected"), "actionCopy");
     pCopy->setShortcut(QKeySequence::Copy);
     pCopy->setShortcutContext(Qt::ApplicationShortcut); // the windows of tools are windows of their own
     connect(pCopy, &QAction::triggered, this, &COrmMainWindow::copy);
-    QAction* pSelectAll =
-        addTo(pEdit, QStringLiteral("Select &All"), QStringLiteral("Select all sequences of the list"), "actionSelectAll");
+    QAction* pSelectAll = addTo(pEdit, tr("Select &All"), tr("Select all sequences of the list"), "actionSelectAll");
     pSelectAll->setShortcut(QKeySequence::SelectAll);
     connect(pSelectAll, &QAction::triggered, m_pView->list(), &COrmSequenceList::selectAll);
     QAction* pFind = addTo(pEdit, tr("&Find Sequence"), tr("Type words to show only the sequences that have them"), "actionFind");
@@ -151,15 +147,16 @@ void COrmMainWindow::makeEditMenu()
 
 void COrmMainWindow::makeToolsMenu()
 {
-    m_pToolsMenu = menuBar()->addMenu(QStringLiteral("&Tools"));
+    m_pToolsMenu = menuBar()->addMenu(tr("&Tools"));
     m_pToolsMenu->setObjectName(QStringLiteral("menuTools"));
-    m_pOverlayAction =
-        addTo(m_pToolsMenu, COrmImageOverlayWindow::toolName(),
-              QStringLiteral("Show the photograph of the selected sequence with its luminescent image"), "actionImageOverlay");
+    m_pOverlayAction = addTo(m_pToolsMenu, COrmImageOverlayWindow::title(),
+                             tr("Show the photograph of the selected sequence with its luminescent image"), "actionImageOverlay");
+    m_pOverlayAction->setData(COrmImageOverlayWindow::toolName());
     connect(m_pOverlayAction, &QAction::triggered, this, &COrmMainWindow::showOverlay);
     m_pToolsEnd = m_pToolsMenu->addSeparator();
-    QAction* pReset = addTo(m_pToolsMenu, QStringLiteral("Reset Longitudinal Study"),
-                            QStringLiteral("Take all results out of the Longitudinal Study tool and hide its window"), "actionReset");
+    QAction* pReset = addTo(m_pToolsMenu, tr("Reset Longitudinal Study"),
+                            tr("Take all results out of the Longitudinal Study tool and hide its window"), "actionReset");
+    pReset->setData(QStringLiteral("Reset Longitudinal Study"));
     connect(pReset, &QAction::triggered, this, &COrmMainWindow::resetLongitudinalStudy);
 }
 
@@ -177,7 +174,7 @@ bool COrmMainWindow::placeTool(COrmTool& objTool, bool bAnywhere)
         m_pToolsMenu->insertAction(pBefore, pAction);
         m_pToolBar->addAction(pAction);
         if (pAction->statusTip().isEmpty())
-            pAction->setStatusTip(QStringLiteral("Open the tool %1").arg(objTool.name()));
+            pAction->setStatusTip(tr("Open the tool %1").arg(objTool.name()));
         connect(pAction, &QAction::triggered, this, [this, pTool = &objTool] { useTool(*pTool); });
     }
     return true;
@@ -207,15 +204,15 @@ void COrmMainWindow::placeTools()
 
 void COrmMainWindow::makeWindowAndHelpMenus()
 {
-    m_pWindowMenu = menuBar()->addMenu(QStringLiteral("&Window"));
+    m_pWindowMenu = menuBar()->addMenu(tr("&Window"));
     m_pWindowMenu->setObjectName(QStringLiteral("menuWindow"));
     connect(m_pWindowMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillWindowMenu);
     fillWindowMenu();
 
-    QMenu* pHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    QMenu* pHelp = menuBar()->addMenu(tr("&Help"));
     m_pSystemMenus->addShortcuts(pHelp);
     pHelp->addSeparator();
-    QAction* pAbout = addTo(pHelp, QStringLiteral("&About"), QStringLiteral("Version and loaded tools"), "actionAbout");
+    QAction* pAbout = addTo(pHelp, tr("&About"), tr("Version and loaded tools"), "actionAbout");
     connect(pAbout, &QAction::triggered, this, &COrmMainWindow::showAbout);
 }
 
@@ -224,7 +221,7 @@ void COrmMainWindow::addWindowAction(QWidget* pWindow, const QString& strText)
     QAction* pAction = m_pWindowMenu->addAction(OrmTexts::menuText(strText));
     pAction->setCheckable(true);
     pAction->setChecked(pWindow == QApplication::activeWindow());
-    pAction->setStatusTip(QStringLiteral("Bring this window to the front"));
+    pAction->setStatusTip(tr("Bring this window to the front"));
     connect(pAction, &QAction::triggered, pWindow,
             [pWindow]
             {

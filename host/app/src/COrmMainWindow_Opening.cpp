@@ -161,7 +161,8 @@ void COrmMainWindow::stopOpening()
     m_pDemo->cancel();
     m_pOpener->cancel();
     if (!m_lstToRefresh.isEmpty())
-        showHint(tr("Stopped; %1 were not read again.").arg(OrmTexts::counted(m_lstToRefresh.size(), tr("sequence"), tr("sequences"))));
+        showHint(m_lstToRefresh.size() == 1 ? tr("Stopped; 1 sequence was not read again.")
+                                            : tr("Stopped; %n sequences were not read again.", nullptr, m_lstToRefresh.size()));
     m_lstToRefresh.clear();
 }
 
@@ -173,15 +174,14 @@ void COrmMainWindow::searchStarted()
 
 void COrmMainWindow::searchProgress(qint64 nFolders, qint64 nSequences, const QString& strFolder)
 {
-    const QString strText =
-        tr("%1, %2 so far")
-            .arg(OrmTexts::counted(nSequences, tr("sequence"), tr("sequences")), OrmTexts::counted(nFolders, tr("folder"), tr("folders")));
-    m_pView->welcome()->showWork(tr("Looking for sequences..."), tr("%1, in %2").arg(strText, strFolder));
+    const QString strSequences = nSequences == 1 ? tr("1 sequence") : tr("%n sequences", nullptr, int(nSequences));
+    const QString strFolders = nFolders == 1 ? tr("1 folder") : tr("%n folders", nullptr, int(nFolders));
+    m_pView->welcome()->showWork(tr("Looking for sequences..."), tr("%1, %2 so far, in %3").arg(strSequences, strFolders, strFolder));
     // The folder takes what room the progress bar leaves in the status bar.
-    const QString strHint = tr("Looking for sequences: %1").arg(strText);
-    const int nRoom = m_pProgressBar->x() - fontMetrics().horizontalAdvance(tr("%1, in %2").arg(strHint, QString())) - s_nHintMargin;
-    const QString strShort = COrmPlainText::elided(strFolder, fontMetrics(), nRoom);
-    showHint(nRoom > s_nLeastRoom ? tr("%1, in %2").arg(strHint, strShort) : strHint);
+    const QString strWithFolder = tr("Looking for sequences: %1, %2 so far, in %3").arg(strSequences, strFolders);
+    const int nRoom = m_pProgressBar->x() - fontMetrics().horizontalAdvance(strWithFolder.arg(QString())) - s_nHintMargin;
+    showHint(nRoom > s_nLeastRoom ? strWithFolder.arg(COrmPlainText::elided(strFolder, fontMetrics(), nRoom))
+                                  : tr("Looking for sequences: %1, %2 so far").arg(strSequences, strFolders));
 }
 
 void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary)
@@ -196,12 +196,14 @@ void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary
     if (sSummary.m_nOpened > 0)
         m_pView->list()->selectFirst();
 
-    QString strHint = sSummary.m_nOpened > 0 ? tr("Opened %1.").arg(OrmTexts::counted(sSummary.m_nOpened, tr("sequence"), tr("sequences")))
-                                             : tr("No further sequence was opened.");
+    QString strHint = sSummary.m_nOpened > 1    ? tr("Opened %n sequences.", nullptr, int(sSummary.m_nOpened))
+                      : sSummary.m_nOpened == 1 ? tr("Opened 1 sequence.")
+                                                : tr("No further sequence was opened.");
     if (sSummary.m_bCancelled)
         strHint.prepend(tr("The search was stopped.") + QLatin1Char(' '));
     if (nProblems > 0)
-        strHint += QLatin1Char(' ') + tr("View > Log names %1.").arg(OrmTexts::counted(nProblems, tr("problem"), tr("problems")));
+        strHint += QLatin1Char(' ') +
+                   (nProblems == 1 ? tr("View > Log names 1 problem.") : tr("View > Log names %n problems.", nullptr, nProblems));
     showHint(strHint);
     if (!m_strToolAtStart.isEmpty())
         openTool(std::exchange(m_strToolAtStart, QString()));
@@ -216,7 +218,7 @@ void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary
     for (const QString& strProblem : sSummary.m_lstProblems.mid(0, s_nProblemsTold))
         lstTold.append(COrmPlainText::shortened(strProblem, s_nProblemLength));
     if (nProblems > s_nProblemsTold)
-        lstTold.append(tr("The log names %1 more.").arg(nProblems - s_nProblemsTold));
+        lstTold.append(tr("The log names %n more.", nullptr, nProblems - s_nProblemsTold));
     tellLater(tr("No sequence was opened.") + QStringLiteral("\n\n") + lstTold.join(QLatin1Char('\n')) + QStringLiteral("\n\n") +
               tr("A sequence is a folder that holds a file SequenceInfo.txt. Open such a folder, or any folder above it."));
 }

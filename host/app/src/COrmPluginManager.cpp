@@ -32,7 +32,7 @@ QString COrmPluginManager::defaultFolder()
 
 void COrmPluginManager::refuse(const QString& strFile, const QString& strReason)
 {
-    const QString strText = QStringLiteral("%1 was not loaded: %2").arg(QFileInfo(strFile).fileName(), strReason);
+    const QString strText = tr("%1 was not loaded: %2").arg(QFileInfo(strFile).fileName(), strReason);
     m_lstRefusals.append(strText);
     ORM_LOG(2, strText);
 }
@@ -60,9 +60,8 @@ void COrmPluginManager::loadFolder(const QString& strFolder)
     {
         if (nFile == s_nMaxFiles)
         {
-            refuse(
-                strPath,
-                QStringLiteral("the folder holds %1 libraries, and no more than %2 are looked at.").arg(lstFiles.size()).arg(s_nMaxFiles));
+            refuse(strPath,
+                   tr("the folder holds %n libraries, and no more than %1 are looked at.", nullptr, lstFiles.size()).arg(s_nMaxFiles));
             break;
         }
         loadFile(strPath + QLatin1Char('/') + lstFiles.at(nFile));
@@ -88,7 +87,7 @@ void COrmPluginManager::loadFile(const QString& strFile)
         const auto it = std::find_if(m_lstTools.cbegin(), m_lstTools.cend(),
                                      [&strIdentifier](const auto& pTool) { return pTool->identifier() == strIdentifier; });
         if (it != m_lstTools.cend())
-            strReason = QStringLiteral("the same tool is loaded from %1 already.").arg(QFileInfo((*it)->file()).fileName());
+            strReason = tr("the same tool is loaded from %1 already.").arg(QFileInfo((*it)->file()).fileName());
     }
     if (!strReason.isEmpty())
     {
@@ -98,17 +97,17 @@ void COrmPluginManager::loadFile(const QString& strFile)
 
     QObject* pInstance = nullptr;
     const bool bReturned = OrmGuard::run(
-        QStringLiteral("Loading %1").arg(QFileInfo(strFile).fileName()), [&] { pInstance = pLoader->instance(); }, &strReason);
+        tr("Loading %1").arg(QFileInfo(strFile).fileName()), [&] { pInstance = pLoader->instance(); }, &strReason);
     if (!bReturned || pInstance == nullptr)
     {
-        refuse(strFile, bReturned ? QStringLiteral("it cannot be loaded (%1).").arg(pLoader->errorString()) : strReason);
+        refuse(strFile, bReturned ? tr("it cannot be loaded (%1).").arg(pLoader->errorString()) : strReason);
         return;
     }
     auto* pTool = qobject_cast<COrmToolPluginBase*>(pInstance);
     if (pTool == nullptr)
     {
         pLoader->unload();
-        refuse(strFile, QStringLiteral("it does not offer what this host asks of a tool."));
+        refuse(strFile, tr("it does not offer what this host asks of a tool."));
         return;
     }
     strReason = takeOn(std::make_unique<COrmTool>(pTool, strFile, strIdentifier, std::move(pLoader)));
@@ -120,7 +119,7 @@ QString COrmPluginManager::takeOn(std::unique_ptr<COrmTool> pTool)
 {
     QString strReason = pTool->setUp();
     if (strReason.isEmpty() && tool(pTool->name()) != nullptr)
-        strReason = QStringLiteral("there is a tool named %1 already.").arg(pTool->name());
+        strReason = tr("there is a tool named %1 already.").arg(pTool->name());
     if (!strReason.isEmpty())
         return strReason;
     m_pNotifier->addTool(pTool->plugin());
@@ -133,7 +132,7 @@ QString COrmPluginManager::takeOn(std::unique_ptr<COrmTool> pTool)
 QString COrmPluginManager::addTool(COrmToolPluginBase* pTool, const QString& strIdentifier)
 {
     if (pTool == nullptr)
-        return QStringLiteral("There is no tool.");
+        return tr("There is no tool.");
     return takeOn(std::make_unique<COrmTool>(pTool, QString(), strIdentifier, nullptr));
 }
 

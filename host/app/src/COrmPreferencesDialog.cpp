@@ -1,9 +1,11 @@
 #include "COrmPreferencesDialog.h"
 
 #include "COrmColorButton.h"
+#include "COrmHostSettings.h"
 #include "COrmPalettePixmapView.h"
 #include "COrmPreference.h"
 #include "OrmColorTables.h"
+#include "OrmLanguage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QToolButton>
@@ -40,7 +43,7 @@ double contrast(const QColor& clrOne, const QColor& clrOther)
 }
 } // namespace
 
-COrmPreferencesDialog::COrmPreferencesDialog(QWidget* pParent) : QDialog(pParent)
+COrmPreferencesDialog::COrmPreferencesDialog(COrmHostSettings& objSettings, QWidget* pParent) : QDialog(pParent), m_objSettings(objSettings)
 {
     setObjectName(QStringLiteral("preferencesDialog"));
     setWindowTitle(tr("Preferences"));
@@ -59,6 +62,7 @@ COrmPreferencesDialog::COrmPreferencesDialog(QWidget* pParent) : QDialog(pParent
             [this]
             {
                 COrmPreference::restoreDefaults();
+                m_objSettings.setLanguage(QString());
                 fill();
             });
 
@@ -66,6 +70,7 @@ COrmPreferencesDialog::COrmPreferencesDialog(QWidget* pParent) : QDialog(pParent
     pLayout->addWidget(makeColorBarGroup());
     pLayout->addWidget(makeViewGroup());
     pLayout->addWidget(makeFilesGroup());
+    pLayout->addWidget(makeProgramGroup());
     pLayout->addWidget(m_pNotice);
     pLayout->addStretch();
     pLayout->addWidget(pHint);
@@ -179,6 +184,22 @@ QGroupBox* COrmPreferencesDialog::makeFilesGroup()
     return pGroup;
 }
 
+QGroupBox* COrmPreferencesDialog::makeProgramGroup()
+{
+    auto* pGroup = new QGroupBox(tr("Program"), this);
+    auto* pForm = new QFormLayout(pGroup);
+    m_pLanguage = new QComboBox(pGroup);
+    m_pLanguage->setObjectName(QStringLiteral("language"));
+    m_pLanguage->setToolTip(tr("The language of menus and messages from the next start on; tools have languages of their own"));
+    m_pLanguage->addItem(tr("The system's"), QString());
+    const QStringList lstCodes = OrmLanguage::codes();
+    for (const QString& strCode : lstCodes)
+        m_pLanguage->addItem(OrmLanguage::nameOf(strCode), strCode);
+    pForm->addRow(tr("&Language:"), m_pLanguage);
+    connect(m_pLanguage, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &COrmPreferencesDialog::applyLanguage);
+    return pGroup;
+}
+
 void COrmPreferencesDialog::showEvent(QShowEvent* pEvent)
 {
     fill(); // a program remembers folder and format also where nobody tells
@@ -199,6 +220,7 @@ void COrmPreferencesDialog::fill()
         sColor.pButton->setColor(objSettings.*sColor.pField);
     m_pFontSize->setValue(objSettings.nFontSize);
     m_pFormat->setCurrentIndex(std::max(0, m_pFormat->findData(COrmPreference::getUsersPreferredFormat())));
+    m_pLanguage->setCurrentIndex(std::max(0, m_pLanguage->findData(m_objSettings.language())));
     // While a path is typed it stays as it is typed.
     const QString strFolder = COrmPreference::getSettings()->getBrowsePath();
     if (!m_pFolder->hasFocus() || strFolder.isEmpty())
@@ -236,6 +258,14 @@ void COrmPreferencesDialog::applyFolder()
     updateNotice();
 }
 
+void COrmPreferencesDialog::applyLanguage()
+{
+    if (m_bFilling)
+        return;
+    m_objSettings.setLanguage(m_pLanguage->currentData().toString());
+    updateNotice();
+}
+
 void COrmPreferencesDialog::chooseFolder()
 {
     auto* pDialog = new QFileDialog(this, tr("Browse Folder"), COrmPreference::getSettings()->getBrowsePath());
@@ -256,6 +286,8 @@ void COrmPreferencesDialog::updateNotice()
         lstNotices << tr("Text is hard to read on this background.");
     if (!m_pFolder->text().isEmpty() && !QFileInfo(m_pFolder->text()).isDir())
         lstNotices << tr("There is no such folder; the search begins where it did before.");
+    if (OrmLanguage::choose(m_pLanguage->currentData().toString(), QLocale::system().uiLanguages()) != OrmLanguage::current())
+        lstNotices << tr("The language changes when Ormelle is started again.");
     m_pNotice->setText(lstNotices.join(QLatin1Char(' ')));
     m_pNotice->setVisible(!lstNotices.isEmpty());
     // Room for the notice is not taken from the fields.

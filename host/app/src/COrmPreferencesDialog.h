@@ -6,6 +6,7 @@
 #include <vector>
 
 class COrmColorButton;
+class COrmHostSettings;
 class COrmPalettePixmapView;
 class QCheckBox;
 class QComboBox;
@@ -15,13 +16,15 @@ class QLabel;
 class QLineEdit;
 class QSpinBox;
 
-/// The user's preferences. There is nothing to confirm: each change counts, is seen in the open windows and is kept at once.
+/// The user's preferences. There is nothing to confirm: each change is kept at once and, but for that of the language, seen in the
+/// open windows.
 class COrmPreferencesDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    explicit COrmPreferencesDialog(QWidget* pParent = nullptr);
+    /// The language is kept in @p objSettings, which outlives the dialog; everything else is kept in the preferences.
+    explicit COrmPreferencesDialog(COrmHostSettings& objSettings, QWidget* pParent = nullptr);
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
@@ -30,6 +33,7 @@ private:
     QGroupBox* makeColorBarGroup();
     QGroupBox* makeViewGroup();
     QGroupBox* makeFilesGroup();
+    QGroupBox* makeProgramGroup();
     void addColor(QFormLayout* pForm, const QString& strLabel, const QString& strHint, QColor S3DViewSettings::*pField,
                   const char* pszName);
     /// Shows what the preferences are.
@@ -37,6 +41,7 @@ private:
     void applyColorBar();
     void applyFormat();
     void applyFolder();
+    void applyLanguage();
     void chooseFolder();
     void updateNotice();
 
@@ -47,6 +52,7 @@ private:
         COrmColorButton* pButton;
     };
 
+    COrmHostSettings& m_objSettings;
     QComboBox* m_pTable = nullptr;
     COrmPalettePixmapView* m_pStrip = nullptr;
     QCheckBox* m_pReversed = nullptr;
@@ -54,6 +60,7 @@ private:
     QSpinBox* m_pFontSize = nullptr;
     QComboBox* m_pFormat = nullptr;
     QLineEdit* m_pFolder = nullptr;
+    QComboBox* m_pLanguage = nullptr;
     QLabel* m_pNotice = nullptr; ///< what the user may not have meant
     bool m_bFilling = false;
 };

@@ -36,7 +36,7 @@ COrmSequenceList::COrmSequenceList(COrmSequenceModel* pModel, QWidget* pParent)
     m_pCount->setObjectName(QStringLiteral("sequenceCount"));
     m_pCount->setTextFormat(Qt::PlainText);
     m_pCount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_pCount->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%1 sequences").arg(8888))); // does not jump while they are counted
+    m_pCount->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%n sequences", nullptr, 8888))); // does not jump while they are counted
     m_pPages = new QStackedWidget(this);
     m_pPages->addWidget(makeTable());
     m_pPages->addWidget(makeNothing());
@@ -156,7 +156,7 @@ void COrmSequenceList::updateCount()
 {
     const int nAll = m_pSorted->sourceModel()->rowCount();
     const int nShown = m_pSorted->rowCount();
-    m_pCount->setText(m_pFilter->text().trimmed().isEmpty() ? (nAll == 1 ? tr("1 sequence") : tr("%1 sequences").arg(nAll))
+    m_pCount->setText(m_pFilter->text().trimmed().isEmpty() ? (nAll == 1 ? tr("1 sequence") : tr("%n sequences", nullptr, nAll))
                                                             : tr("%1 of %2").arg(nShown).arg(nAll));
     m_pCount->setAccessibleName(tr("%1 of %2 sequences are shown").arg(nShown).arg(nAll));
     const bool bNothing = nAll > 0 && nShown == 0;

@@ -70,7 +70,7 @@ struct COrmSequenceOpener::SShared
         catch (const std::exception& objError)
         {
             sOutcome.m_lstProblems.append(
-                QStringLiteral("The search for sequences ended early: %1.").arg(QString::fromLocal8Bit(objError.what())));
+                COrmSequenceOpener::tr("The search for sequences ended early: %1.").arg(QString::fromLocal8Bit(objError.what())));
         }
         const std::lock_guard<std::mutex> objLock(m_objMutex);
         m_sOutcome = sOutcome;

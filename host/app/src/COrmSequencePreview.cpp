@@ -166,7 +166,8 @@ void COrmSequencePreview::setTool(const QString& strName, const QString& strReas
     m_strNoTool = strReason;
     const QString strText = strName.isEmpty() ? tr("&Compare") : tr("&Compare in %1").arg(strName);
     m_pCompareButton->setText(strText);
-    m_pCompareButton->setToolTip(tr("Open the tool with this sequence selected (Ctrl+Return)"));
+    m_pCompareButton->setToolTip(tr("Open the tool with this sequence selected (%1)")
+                                     .arg(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText)));
     updateCompare();
 }
 

@@ -52,7 +52,7 @@ void COrmSystemMenus::addPreferences(QMenu* pMenu)
 {
     QAction* pAction = pMenu->addAction(tr("&Preferences..."), this, &COrmSystemMenus::showPreferences);
     pAction->setObjectName(QStringLiteral("actionPreferences"));
-    pAction->setStatusTip(tr("Choose colours, text size, image format and the folder where studies are looked for"));
+    pAction->setStatusTip(tr("Choose colours, text size, image format, language and the folder where studies are looked for"));
     pAction->setShortcut(keys(QKeySequence::Preferences, QKeySequence(Qt::CTRL | Qt::Key_Comma)));
 }
 
@@ -109,7 +109,7 @@ void COrmSystemMenus::giveIcons()
 void COrmSystemMenus::showPreferences()
 {
     if (!m_pPreferences)
-        m_pPreferences = new COrmPreferencesDialog(m_pWindow);
+        m_pPreferences = new COrmPreferencesDialog(m_objSettings, m_pWindow);
     m_pPreferences->show();
     m_pPreferences->raise();
     m_pPreferences->activateWindow();

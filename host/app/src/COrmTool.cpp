@@ -38,7 +38,7 @@ QString COrmTool::setUp()
 {
     QString strReason;
     const bool bDone = OrmGuard::run(
-        QStringLiteral("Setting the tool up"),
+        tr("Setting the tool up"),
         [this]
         {
             m_pTool->init();
@@ -67,7 +67,7 @@ QString COrmTool::setUp()
         &strReason);
     if (!bDone)
         return strReason;
-    return m_strName.isEmpty() ? QStringLiteral("The tool has no name.") : QString();
+    return m_strName.isEmpty() ? tr("The tool has no name.") : QString();
 }
 
 bool COrmTool::use(QString* pstrReason)
@@ -88,7 +88,7 @@ bool COrmTool::use(QString* pstrReason)
     if (bReturned && bMade)
         return true;
     if (pstrReason != nullptr)
-        *pstrReason = bReturned ? QStringLiteral("%1 could not open its window.").arg(m_strName) : strReason;
+        *pstrReason = bReturned ? tr("%1 could not open its window.").arg(m_strName) : strReason;
     return false;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QIcon>
 #include <QPointer>
 #include <QString>
@@ -14,6 +15,8 @@ class QPluginLoader;
 /// One tool of the host, with the library it came from. Every call into the tool stops here if it throws.
 class COrmTool
 {
+    Q_DECLARE_TR_FUNCTIONS(COrmTool)
+
 public:
     /// @p pLoader has loaded @p pTool and destroys it together with this object; without one the tool stays its maker's.
     COrmTool(COrmToolPluginBase* pTool, QString strFile, QString strIdentifier, std::unique_ptr<QPluginLoader> pLoader);

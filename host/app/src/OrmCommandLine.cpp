@@ -1,6 +1,7 @@
 #include "OrmCommandLine.h"
 
 #include "COrmUtilityFns.h"
+#include "OrmLanguage.h"
 #include "OrmVersion.h"
 
 #include <QCommandLineParser>
@@ -10,12 +11,13 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
     const QCommandLineOption objHelp(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption objVersion(QStringList{QStringLiteral("v"), QStringLiteral("version")});
     const QCommandLineOption objTool(QStringLiteral("tool"), QString(), QStringLiteral("NAME"));
+    const QCommandLineOption objLanguage(QStringLiteral("language"), QString(), QStringLiteral("CODE"));
     const QCommandLineOption objNoSettings(QStringLiteral("no-settings"));
     const QCommandLineOption objLogFile(QStringLiteral("log-file"), QString(), QStringLiteral("FILE"));
     const QCommandLineOption objReset(QStringLiteral("reset-settings"));
     const QCommandLineOption objDiagnose(QStringLiteral("diagnose"));
     QCommandLineParser objParser;
-    objParser.addOptions({objHelp, objVersion, objTool, objNoSettings, objLogFile, objReset, objDiagnose});
+    objParser.addOptions({objHelp, objVersion, objTool, objLanguage, objNoSettings, objLogFile, objReset, objDiagnose});
 
     SCommandLine sLine;
     if (!objParser.parse(lstArguments))
@@ -27,6 +29,7 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
     sLine.m_bDiagnose = objParser.isSet(objDiagnose);
     sLine.m_strLogFile = objParser.value(objLogFile);
     sLine.m_strTool = objParser.value(objTool);
+    sLine.m_strLanguage = objParser.value(objLanguage);
     sLine.m_lstFolders = objParser.positionalArguments();
     if (sLine.m_strError.isEmpty() && objParser.isSet(objTool) && sLine.m_strTool.trimmed().isEmpty())
         sLine.m_strError = QStringLiteral("--tool needs the name of a tool.");
@@ -36,6 +39,10 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
         sLine.m_strError = QStringLiteral("--log-file needs the name of a file.");
     if (sLine.m_strError.isEmpty() && objParser.values(objLogFile).size() > 1)
         sLine.m_strError = QStringLiteral("--log-file may be given once.");
+    if (sLine.m_strError.isEmpty() && objParser.isSet(objLanguage) && !OrmLanguage::codes().contains(sLine.m_strLanguage))
+        sLine.m_strError = QStringLiteral("--language needs one of %1.").arg(OrmLanguage::codes().join(QStringLiteral(", ")));
+    if (sLine.m_strError.isEmpty() && objParser.values(objLanguage).size() > 1)
+        sLine.m_strError = QStringLiteral("--language may be given once.");
     if (sLine.m_strError.isEmpty() && sLine.m_bResetSettings && sLine.m_bNoSettings)
         sLine.m_strError = QStringLiteral("--reset-settings and --no-settings cannot be given together.");
     return sLine;
@@ -43,13 +50,17 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
 
 QString OrmCommandLine::usage()
 {
-    return QStringLiteral("Usage: ormelle [--tool NAME] [--no-settings] [--log-file FILE] [FOLDER...]\n"
+    return QStringLiteral("Usage: ormelle [--tool NAME] [--language CODE] [--no-settings]\n"
+                          "               [--log-file FILE] [FOLDER...]\n"
                           "       ormelle --diagnose | --reset-settings | --help | --version\n"
                           "\n"
                           "Opens every sequence found under the folders, at any depth.\n"
                           "\n"
                           "  --tool NAME       open that tool once the sequences are open, for instance\n"
                           "                    --tool \"Longitudinal Study\"\n"
+                          "  --language CODE   show the windows in that language: %1;\n"
+                          "                    without it in the one that is chosen in the preferences,\n"
+                          "                    or in the system's\n"
                           "  --no-settings     read and write no settings of the user's\n"
                           "  --log-file FILE   write the log to the end of that file, too\n"
                           "  --diagnose        print what a report of a fault needs, and end\n"
@@ -59,7 +70,8 @@ QString OrmCommandLine::usage()
                           "  -v, --version     print version and build\n"
                           "\n"
                           "A display is needed, but for the last four. The options of Qt programs, such as\n"
-                          "-platform and -style, work too. QT_LOGGING_RULES=\"orm.*=true\" prints the log.\n");
+                          "-platform and -style, work too. QT_LOGGING_RULES=\"orm.*=true\" prints the log.\n")
+        .arg(OrmLanguage::codes().join(QStringLiteral(", ")));
 }
 
 QString OrmCommandLine::version()

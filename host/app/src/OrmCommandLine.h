@@ -8,6 +8,7 @@ struct SCommandLine
 {
     QStringList m_lstFolders;      ///< to open, as typed
     QString m_strTool;             ///< name of the tool to open at the start; empty: none
+    QString m_strLanguage;         ///< code of the language of the windows; empty: as the settings say
     QString m_strLogFile;          ///< where the log goes besides; empty: nowhere
     bool m_bHelp = false;          ///< only say how the program is used
     bool m_bVersion = false;       ///< only say which version it is

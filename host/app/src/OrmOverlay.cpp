@@ -4,6 +4,7 @@
 #include "OrmFileReader.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImageReader>
 #include <QPainter>
 #include <algorithm>
@@ -11,6 +12,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmOverlay)
+};
+
 /// The luminescent image in the colours of a table; what has the lowest value is transparent.
 QImage coloured(const QImage& imgLuminescent, double fOpacity)
 {
@@ -59,9 +65,9 @@ QImage OrmOverlay::load(const QString& strFile, QString* pstrReason)
         QImageReader objReader(&objBuffer);
         const QSize szImage = objReader.size();
         if (qint64(szImage.width()) * szImage.height() > s_nMaxPixels)
-            strReason = QStringLiteral("%1 is too large: %2 x %3 pixels.").arg(strFile).arg(szImage.width()).arg(szImage.height());
+            strReason = CText::tr("%1 is too large: %2 x %3 pixels.").arg(strFile).arg(szImage.width()).arg(szImage.height());
         else if (!objReader.read(&imgRead))
-            strReason = QStringLiteral("%1 cannot be shown: %2.").arg(strFile, objReader.errorString());
+            strReason = CText::tr("%1 cannot be shown: %2.").arg(strFile, objReader.errorString());
     }
     if (imgRead.isNull() && pstrReason != nullptr)
         *pstrReason = strReason;

@@ -1,5 +1,6 @@
 #include "OrmPluginCheck.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <cerrno>
 #include <cstring>
@@ -8,15 +9,20 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmPluginCheck)
+};
+
 const QLatin1String s_strIdentifierStart("tdl.ormelle.");
 
 /// Why others could change what stands there; empty: they cannot.
 QString trustRefusal(const struct stat& sStat)
 {
     if (sStat.st_uid != 0 && sStat.st_uid != geteuid())
-        return QStringLiteral("it belongs to another user.");
+        return CText::tr("it belongs to another user.");
     if ((sStat.st_mode & (S_IWGRP | S_IWOTH)) != 0)
-        return QStringLiteral("others than its owner may write to it.");
+        return CText::tr("others than its owner may write to it.");
     return {};
 }
 
@@ -32,9 +38,9 @@ QString OrmPluginCheck::folderRefusal(const QString& strFolder)
     if (lstat(QFile::encodeName(strFolder).constData(), &sStat) != 0)
         return systemReason();
     if (S_ISLNK(sStat.st_mode))
-        return QStringLiteral("it is a link.");
+        return CText::tr("it is a link.");
     if (!S_ISDIR(sStat.st_mode))
-        return QStringLiteral("it is not a folder.");
+        return CText::tr("it is not a folder.");
     return trustRefusal(sStat);
 }
 
@@ -44,11 +50,11 @@ QString OrmPluginCheck::fileRefusal(const QString& strFile)
     if (lstat(QFile::encodeName(strFile).constData(), &sStat) != 0)
         return systemReason();
     if (S_ISLNK(sStat.st_mode))
-        return QStringLiteral("it is a link.");
+        return CText::tr("it is a link.");
     if (!S_ISREG(sStat.st_mode))
-        return QStringLiteral("it is not a regular file.");
+        return CText::tr("it is not a regular file.");
     if (sStat.st_size == 0)
-        return QStringLiteral("it is empty.");
+        return CText::tr("it is empty.");
     return trustRefusal(sStat);
 }
 
@@ -60,14 +66,14 @@ QString OrmPluginCheck::identifier(const QJsonObject& objMetaData)
 QString OrmPluginCheck::metaDataRefusal(const QJsonObject& objMetaData, const QString& strError)
 {
     if (objMetaData.isEmpty())
-        return QStringLiteral("it holds no tool (%1).").arg(strError.isEmpty() ? QStringLiteral("no description found") : strError);
+        return CText::tr("it holds no tool (%1).").arg(strError.isEmpty() ? CText::tr("no description found") : strError);
     const int nVersion = objMetaData.value(QStringLiteral("version")).toInt();
     const int nMajor = (nVersion >> 16) & 0xff;
     if (nMajor != QT_VERSION_MAJOR)
-        return QStringLiteral("it was built with Qt %1, and this host runs on Qt %2.").arg(nMajor).arg(QT_VERSION_MAJOR);
+        return CText::tr("it was built with Qt %1, and this host runs on Qt %2.").arg(nMajor).arg(QT_VERSION_MAJOR);
     const QString strIdentifier = identifier(objMetaData);
     if (!strIdentifier.startsWith(s_strIdentifierStart))
-        return QStringLiteral("it was made for another host (it calls itself \"%1\").").arg(strIdentifier);
+        return CText::tr("it was made for another host (it calls itself \"%1\").").arg(strIdentifier);
     return {};
 }
 

@@ -1,6 +1,7 @@
 // What OpenGL the views need, and whether the display has it.
 #include "CSOLAView.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
@@ -12,6 +13,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(CSOLAView)
+};
+
 /// Platforms of Qt that draw windows in memory alone and hand no OpenGL to widgets.
 bool platformComposesWidgets()
 {
@@ -32,34 +38,34 @@ QString whatIsAmiss()
 {
     if (!platformComposesWidgets())
     {
-        return QStringLiteral("the display \"%1\" shows none in windows").arg(QGuiApplication::platformName());
+        return CText::tr("the display \"%1\" shows none in windows").arg(QGuiApplication::platformName());
     }
     QOpenGLContext objContext;
     if (!objContext.create())
     {
-        return QStringLiteral("the display gives none");
+        return CText::tr("the display gives none");
     }
     if (objContext.isOpenGLES())
     {
-        return QStringLiteral("the display gives OpenGL ES instead");
+        return CText::tr("the display gives OpenGL ES instead");
     }
     QOffscreenSurface objSurface;
     objSurface.setFormat(objContext.format());
     objSurface.create();
     if (!objSurface.isValid() || !objContext.makeCurrent(&objSurface))
     {
-        return QStringLiteral("the display does not let it draw");
+        return CText::tr("the display does not let it draw");
     }
     const QSurfaceFormat objFormat = objContext.format();
     const auto* pszVersion = reinterpret_cast<const char*>(glGetString(GL_VERSION));
     objContext.doneCurrent();
     if (!pszVersion || objFormat.version() < qMakePair(2, 1))
     {
-        return QStringLiteral("the display gives only version %1.%2").arg(objFormat.majorVersion()).arg(objFormat.minorVersion());
+        return CText::tr("the display gives only version %1.%2").arg(objFormat.majorVersion()).arg(objFormat.minorVersion());
     }
     if (objFormat.profile() == QSurfaceFormat::CoreProfile)
     {
-        return QStringLiteral("the display gives only a core profile");
+        return CText::tr("the display gives only a core profile");
     }
     return QString();
 }
@@ -85,7 +91,7 @@ bool CSOLAView::openGLAvailable(QString* pReason)
         *pReason =
             s_strAmiss.isEmpty()
                 ? QString()
-                : QStringLiteral("The 3D view needs OpenGL 2.1 with its fixed functions, but %1.\nEverything else works.").arg(s_strAmiss);
+                : CText::tr("The 3D view needs OpenGL 2.1 with its fixed functions, but %1.\nEverything else works.").arg(s_strAmiss);
     }
     return s_strAmiss.isEmpty();
 }

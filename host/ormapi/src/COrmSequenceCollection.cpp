@@ -6,11 +6,17 @@
 #include "COrmSequenceDataset.h"
 #include "COrmSignalHandler.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPointer>
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(COrmSequenceCollection)
+};
+
 COrmSignalHandler* hub()
 {
     return qobject_cast<COrmSignalHandler*>(COrmPreference::getSignalHandler());
@@ -36,12 +42,12 @@ COrmSequenceDataset* COrmSequenceCollection::add(const SSequenceFacts& sFacts, Q
 {
     QString strReason;
     if (sFacts.m_strSequenceID.isEmpty())
-        strReason = QStringLiteral("%1 names no sequence.").arg(sFacts.m_strSequenceFile);
+        strReason = CText::tr("%1 names no sequence.").arg(sFacts.m_strSequenceFile);
     else if (sFacts.m_lstClicks.isEmpty())
-        strReason = QStringLiteral("Sequence %1 has no click that can be read.").arg(sFacts.m_strSequenceID);
+        strReason = CText::tr("Sequence %1 has no click that can be read.").arg(sFacts.m_strSequenceID);
     const COrmSequenceDataset* pOpen = COrmSequenceDataset::getSequenceDataset(sFacts.m_strSequenceID);
     if (strReason.isEmpty() && pOpen != nullptr && !isSameFolder(pOpen->getSequenceInfoPath(), sFacts.m_strInfoPath))
-        strReason = QStringLiteral("Sequence %1 is open from %2 already: the one in %3 was left out.")
+        strReason = CText::tr("Sequence %1 is open from %2 already: the one in %3 was left out.")
                         .arg(sFacts.m_strSequenceID, pOpen->getSequenceInfoPath(), sFacts.m_strInfoPath);
     if (!strReason.isEmpty() || pOpen != nullptr)
     {
@@ -112,12 +118,12 @@ QString COrmSequenceCollection::refresh(const QString& strSequenceID)
 {
     COrmSequenceDataset* pSequence = COrmSequenceDataset::getSequenceDataset(strSequenceID);
     if (pSequence == nullptr || pSequence->parent() != this)
-        return QStringLiteral("Sequence %1 is not open.").arg(strSequenceID);
+        return CText::tr("Sequence %1 is not open.").arg(strSequenceID);
 
     SSequenceFacts sFacts;
     QString strReason = OrmSequenceFacts::read(pSequence->getFacts().m_strSequenceFile, sFacts);
     if (strReason.isEmpty() && sFacts.m_strSequenceID != pSequence->getSequenceID())
-        strReason = QStringLiteral("%1 names another sequence now: %2.").arg(sFacts.m_strSequenceFile, sFacts.m_strSequenceID);
+        strReason = CText::tr("%1 names another sequence now: %2.").arg(sFacts.m_strSequenceFile, sFacts.m_strSequenceID);
     if (!strReason.isEmpty())
     {
         ORM_LOG(2, strReason);

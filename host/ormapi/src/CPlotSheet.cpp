@@ -467,10 +467,11 @@ void CPlotSheet::tellWhatIsMissing()
     QStringList lstRemarks;
     const int nHidden = m_bLogarithmic ? m_sRanges.m_nPoints - m_sRanges.m_nLogarithmicPoints : 0;
     if (m_sRanges.m_nMissing > 0)
-        lstRemarks.append(m_sRanges.m_nMissing == 1 ? tr("1 value is missing.") : tr("%1 values are missing.").arg(m_sRanges.m_nMissing));
+        lstRemarks.append(m_sRanges.m_nMissing == 1 ? tr("1 value is missing.")
+                                                    : tr("%n values are missing.", nullptr, int(m_sRanges.m_nMissing)));
     if (nHidden > 0 && hasPoints())
         lstRemarks.append(nHidden == 1 ? tr("1 value has no place on the logarithmic axis.")
-                                       : tr("%1 values have no place on the logarithmic axis.").arg(nHidden));
+                                       : tr("%n values have no place on the logarithmic axis.", nullptr, nHidden));
     setFooter(fnRemark(lstRemarks.join(QLatin1Char(' '))));
     m_pMessage->setText(fnRemark(nHidden > 0 ? tr("There is no value above 0: turn the logarithmic axis off to see these values.")
                                              : tr("Nothing to plot")));

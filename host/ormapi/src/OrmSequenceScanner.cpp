@@ -1,5 +1,6 @@
 #include "OrmSequenceScanner.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -17,6 +18,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmSequenceScanner)
+};
+
 /// A folder that is still to be looked at.
 struct SPending
 {
@@ -99,19 +105,19 @@ void CScan::addPath(const QString& strGiven)
     const int nProblems = m_sOutcome.m_lstProblems.size();
     if (strGiven.isEmpty() || !objInfo.exists())
     {
-        problem(QStringLiteral("%1 does not exist.").arg(strGiven.isEmpty() ? QStringLiteral("A folder without a name") : strGiven));
+        problem(strGiven.isEmpty() ? CText::tr("A folder without a name does not exist.") : CText::tr("%1 does not exist.").arg(strGiven));
         return;
     }
     if (objInfo.isDir())
     {
         walk(strPath);
         if (m_sOutcome.m_nSequences == nBefore && m_sOutcome.m_lstProblems.size() == nProblems && !m_bStopped)
-            problem(QStringLiteral("There is no sequence under %1.").arg(strPath));
+            problem(CText::tr("There is no sequence under %1.").arg(strPath));
         return;
     }
     if (!OrmSequenceScanner::isSequenceFileName(objInfo.fileName()))
     {
-        problem(QStringLiteral("%1 is neither a folder nor a sequence file (Sequence*.txt).").arg(strPath));
+        problem(CText::tr("%1 is neither a folder nor a sequence file (Sequence*.txt).").arg(strPath));
         return;
     }
     QSet<QString> setOwnFolders;
@@ -137,7 +143,7 @@ void CScan::lookAt(const SPending& sPending)
         return;
     if (m_sOutcome.m_nFolders >= OrmSequenceScanner::s_nMaxFolders)
     {
-        problem(QStringLiteral("The search ended after %1 folders: open a folder further down.").arg(m_sOutcome.m_nFolders));
+        problem(CText::tr("The search ended after %n folders: open a folder further down.", nullptr, int(m_sOutcome.m_nFolders)));
         m_bStopped = true;
         return;
     }
@@ -157,7 +163,7 @@ void CScan::lookAt(const SPending& sPending)
         return;
     if (sPending.m_nDepth >= OrmSequenceScanner::s_nMaxDepth)
     {
-        problem(QStringLiteral("The folders in %1 are nested too deep and were left out.").arg(sPending.m_strFolder));
+        problem(CText::tr("The folders in %1 are nested too deep and were left out.").arg(sPending.m_strFolder));
         return;
     }
     // The stack gives back the last one first.
@@ -174,7 +180,7 @@ bool CScan::readFolder(const QString& strFolder, SFolderContent& sContent)
     const std::unique_ptr<DIR, SDirCloser> pDir(nFolder >= 0 ? fdopendir(nFolder) : nullptr);
     if (!pDir)
     {
-        problem(QStringLiteral("%1 cannot be looked into: %2.").arg(strFolder, QString::fromLocal8Bit(std::strerror(errno))));
+        problem(CText::tr("%1 cannot be looked into: %2.").arg(strFolder, QString::fromLocal8Bit(std::strerror(errno))));
         if (nFolder >= 0)
             ::close(nFolder);
         return false;
@@ -199,7 +205,7 @@ bool CScan::readFolder(const QString& strFolder, SFolderContent& sContent)
         errno = 0;
     }
     if (errno != 0)
-        problem(QStringLiteral("%1 could not be read to its end: %2.").arg(strFolder, QString::fromLocal8Bit(std::strerror(errno))));
+        problem(CText::tr("%1 could not be read to its end: %2.").arg(strFolder, QString::fromLocal8Bit(std::strerror(errno))));
     sContent.m_lstFolders.sort();
     const QString strUsual = QStringLiteral("SequenceInfo.txt");
     std::sort(sContent.m_lstSequenceFiles.begin(), sContent.m_lstSequenceFiles.end(),
@@ -225,7 +231,7 @@ void CScan::sortEntry(int nFolder, const dirent* pEntry, const QString& strFolde
         return;
     if (QFile::encodeName(strName) != pEntry->d_name)
     {
-        problem(QStringLiteral("%1 in %2 has a name that cannot be shown and was left out.").arg(strName, strFolder));
+        problem(CText::tr("%1 in %2 has a name that cannot be shown and was left out.").arg(strName, strFolder));
         return;
     }
     if (bFolder)
@@ -233,7 +239,7 @@ void CScan::sortEntry(int nFolder, const dirent* pEntry, const QString& strFolde
     else if (nType == S_IFREG)
         sContent.m_lstSequenceFiles.append(strName);
     else
-        problem(QStringLiteral("%1 in %2 is not a regular file and was left out.").arg(strName, strFolder));
+        problem(CText::tr("%1 in %2 is not a regular file and was left out.").arg(strName, strFolder));
 }
 
 bool CScan::openSequenceFile(const QString& strFile, QSet<QString>& setOwnFolders)
@@ -251,7 +257,7 @@ bool CScan::openSequenceFile(const QString& strFile, QSet<QString>& setOwnFolder
     }
     if (m_sOutcome.m_nSequences >= OrmSequenceScanner::s_nMaxSequences)
     {
-        problem(QStringLiteral("The search ended after %1 sequences: open a folder further down.").arg(m_sOutcome.m_nSequences));
+        problem(CText::tr("The search ended after %n sequences: open a folder further down.", nullptr, int(m_sOutcome.m_nSequences)));
         m_bStopped = true;
         return false;
     }
@@ -267,7 +273,7 @@ bool CScan::openSequenceFile(const QString& strFile, QSet<QString>& setOwnFolder
 SScanOutcome CScan::outcome()
 {
     if (m_nUntold > 0)
-        m_sOutcome.m_lstProblems.append(QStringLiteral("%1 more problems are not listed.").arg(m_nUntold));
+        m_sOutcome.m_lstProblems.append(CText::tr("%n more problems are not listed.", nullptr, int(m_nUntold)));
     m_nUntold = 0;
     return m_sOutcome;
 }

@@ -5,6 +5,7 @@
 #include "CPLSettingsFileWrapper.h"
 #include "OrmFileReader.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
@@ -13,6 +14,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmSequenceFacts)
+};
+
 const QString s_strSequenceSection = QStringLiteral("Sequence Information");
 const QString s_strCTSection = QStringLiteral("CT Acquisition Parameters");
 
@@ -60,10 +66,10 @@ QString readClick(const QString& strInfoPath, const QString& strClick, SClickFac
     QString strReason;
     const QString strRelative = strClick + QStringLiteral("/ClickInfo.txt");
     if (strClick.isEmpty() || !OrmFileReader::isBeneath(strInfoPath, strRelative, &strReason))
-        return QStringLiteral("Click %1 of %2 was left out: it does not lie in the folder of its sequence.").arg(strClick, strInfoPath);
+        return CText::tr("Click %1 of %2 was left out: it does not lie in the folder of its sequence.").arg(strClick, strInfoPath);
     CPLClickInfo objInfo;
     if (objInfo.loadClickInfo(strInfoPath + strRelative, false) != 0)
-        return QStringLiteral("Click %1 of %2 was left out: %3").arg(strClick, strInfoPath, objInfo.lastError());
+        return CText::tr("Click %1 of %2 was left out: %3").arg(strClick, strInfoPath, objInfo.lastError());
     sClick = OrmClickFacts::fromClickInfo(objInfo);
     sClick.m_strClickNumber = strClick;
     sClick.m_strFolder = strInfoPath + strClick + QLatin1Char('/');
@@ -108,7 +114,7 @@ QString OrmSequenceFacts::read(const QString& strSequenceFile, SSequenceFacts& s
         return objInfo.lastError();
     sSequence.m_strSequenceID = sequenceID(objInfo);
     if (sSequence.m_strSequenceID.isEmpty())
-        return QStringLiteral("%1 names no sequence.").arg(sSequence.m_strSequenceFile);
+        return CText::tr("%1 names no sequence.").arg(sSequence.m_strSequenceFile);
     sSequence.m_strSubject = objInfo.value(s_strSequenceSection, QStringLiteral("Subject"));
     sSequence.m_strDateTime = objInfo.value(s_strSequenceSection, QStringLiteral("Date Time"));
     sSequence.m_bOverview = objInfo.value(s_strSequenceSection, QStringLiteral("Trans-illumination Overview")) == QLatin1String("1");
@@ -119,11 +125,11 @@ QString OrmSequenceFacts::read(const QString& strSequenceFile, SSequenceFacts& s
     for (const QString& strClick : lstClicks)
     {
         if (fnGoOn && !fnGoOn())
-            return QStringLiteral("Reading %1 was cancelled.").arg(sSequence.m_strSequenceFile);
+            return CText::tr("Reading %1 was cancelled.").arg(sSequence.m_strSequenceFile);
         if (setSeen.contains(strClick))
         {
             sSequence.m_lstProblems.append(
-                QStringLiteral("Click %1 of %2 is listed twice and counts once.").arg(strClick, sSequence.m_strInfoPath));
+                CText::tr("Click %1 of %2 is listed twice and counts once.").arg(strClick, sSequence.m_strInfoPath));
             continue;
         }
         setSeen.insert(strClick);
@@ -135,7 +141,7 @@ QString OrmSequenceFacts::read(const QString& strSequenceFile, SSequenceFacts& s
             sSequence.m_lstProblems.append(strReason);
     }
     if (sSequence.m_lstClicks.isEmpty())
-        return QStringLiteral("Sequence %1 in %2 has no click that can be read.").arg(sSequence.m_strSequenceID, sSequence.m_strInfoPath);
+        return CText::tr("Sequence %1 in %2 has no click that can be read.").arg(sSequence.m_strSequenceID, sSequence.m_strInfoPath);
     sSequence.m_nSOLAResults = resultCount(sSequence.m_strInfoPath, QStringLiteral("SOLA"));
     sSequence.m_nNOVAResults = resultCount(sSequence.m_strInfoPath, QStringLiteral("NOVA"));
     return {};

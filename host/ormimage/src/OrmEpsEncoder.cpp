@@ -1,5 +1,7 @@
 #include "OrmImageEncoders.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 // By hand, because cairo 1.16 collects a page in a temporary file, frees memory twice when that finds no room, and takes a cut
@@ -77,7 +79,7 @@ QString OrmImageEncoders::encodeEps(const QImage& image, QIODevice& device)
     const double dHeight = image.height() * g_dPointsPerInch / dotsPerInch(image.dotsPerMeterY());
     const QByteArray aStream = deflated(samples(image));
     if (aStream.isEmpty())
-        return QStringLiteral("there is not enough memory; close other windows");
+        return QCoreApplication::translate("OrmImageEncoders", "there is not enough memory; close other windows");
     const auto pair = [](double dX, double dY) { return QByteArray::number(dX, 'f', 4) + ' ' + QByteArray::number(dY, 'f', 4); };
     const QByteArray aColumns = QByteArray::number(image.width());
     const QByteArray aRows = QByteArray::number(image.height());

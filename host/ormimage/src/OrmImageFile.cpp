@@ -4,6 +4,7 @@
 #include "OrmImageEncoders.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -12,8 +13,12 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmImageFile)
+};
+
 constexpr int g_nDefaultDotsPerMeter = 3780; ///< 96 dots per inch
-const QString g_strNoMemory = QStringLiteral("there is not enough memory; close other windows");
 
 /// A format, what it holds at most, and who writes it.
 struct SFormat
@@ -25,13 +30,13 @@ struct SFormat
 };
 
 constexpr std::array<SFormat, 7> g_lstFormats = {{
-    {"bmp", "BMP", 1'000'000, &OrmImageEncoders::encodeBmp},
-    {"jpg", "JPEG", 65'500, &OrmImageEncoders::encodeJpeg}, // JPEG_MAX_DIMENSION of libjpeg
-    {"jpeg", "JPEG", 65'500, &OrmImageEncoders::encodeJpeg},
-    {"png", "PNG", 1'000'000, &OrmImageEncoders::encodePng}, // PNG_USER_WIDTH_MAX of libpng
-    {"eps", "EPS", 1'000'000, &OrmImageEncoders::encodeEps},
-    {"tif", "TIFF", 1'000'000, &OrmImageEncoders::encodeTiff},
-    {"tiff", "TIFF", 1'000'000, &OrmImageEncoders::encodeTiff},
+    {"bmp", "BMP", 1000000, &OrmImageEncoders::encodeBmp},
+    {"jpg", "JPEG", 65500, &OrmImageEncoders::encodeJpeg}, // JPEG_MAX_DIMENSION of libjpeg
+    {"jpeg", "JPEG", 65500, &OrmImageEncoders::encodeJpeg},
+    {"png", "PNG", 1000000, &OrmImageEncoders::encodePng}, // PNG_USER_WIDTH_MAX of libpng
+    {"eps", "EPS", 1000000, &OrmImageEncoders::encodeEps},
+    {"tif", "TIFF", 1000000, &OrmImageEncoders::encodeTiff},
+    {"tiff", "TIFF", 1000000, &OrmImageEncoders::encodeTiff},
 }};
 
 const SFormat* formatOf(const QString& strExtension)
@@ -78,13 +83,13 @@ QString refusal(const QFileInfo& objTarget)
 {
     const QFileInfo objFolder(objTarget.absolutePath());
     if (!objFolder.exists())
-        return QStringLiteral("the folder \"%1\" does not exist; choose another one").arg(objFolder.filePath());
+        return CText::tr("the folder \"%1\" does not exist; choose another one").arg(objFolder.filePath());
     if (objTarget.isDir())
-        return QStringLiteral("there is a folder of this name; choose another name");
+        return CText::tr("there is a folder of this name; choose another name");
     if (objTarget.exists() && !objTarget.isFile())
-        return QStringLiteral("what has this name is not an ordinary file; choose another name");
+        return CText::tr("what has this name is not an ordinary file; choose another name");
     if (objTarget.exists() && !objTarget.isWritable())
-        return QStringLiteral("the file of this name is write-protected; choose another name");
+        return CText::tr("the file of this name is write-protected; choose another name");
     return QString();
 }
 
@@ -104,8 +109,8 @@ QString replaceFile(const QString& strPath, const QByteArray& aBytes)
     const QString strReason = OrmFileWriter::replace(strPath, aBytes);
     if (strReason.isEmpty())
         return QString();
-    return strReason == OrmFileWriter::diskIsFull() ? QStringLiteral("%1; make room or choose another folder").arg(strReason)
-                                                    : QStringLiteral("%1; choose another name or folder").arg(strReason);
+    return strReason == OrmFileWriter::diskIsFull() ? CText::tr("%1; make room or choose another folder").arg(strReason)
+                                                    : CText::tr("%1; choose another name or folder").arg(strReason);
 }
 
 /// Writes the picture. @return why not, in one sentence, or an empty text
@@ -114,16 +119,16 @@ QString writePicture(const QImage& image, const QString& strPath)
     const QFileInfo objTarget(strPath);
     const QString strName = objTarget.fileName().isEmpty() ? strPath : objTarget.fileName();
     const auto failure = [&](const QString& strReason)
-    { return QStringLiteral("The picture was not saved as \"%1\": %2.").arg(strName, strReason); };
+    { return CText::tr("The picture was not saved as \"%1\": %2.").arg(strName, strReason); };
 
     if (image.isNull())
-        return failure(QStringLiteral("there is no picture, because the view is empty or OpenGL is missing"));
+        return failure(CText::tr("there is no picture, because the view is empty or OpenGL is missing"));
     const SFormat* pFormat = formatOf(objTarget.suffix());
     if (pFormat == nullptr)
-        return failure(QStringLiteral("only bmp, jpg, png, eps and tif can be written; end the name in one of them"));
+        return failure(CText::tr("only bmp, jpg, png, eps and tif can be written; end the name in one of them"));
     const int nLongest = std::max(image.width(), image.height());
     if (nLongest > pFormat->nLongest)
-        return failure(QStringLiteral("%1 holds at most %2 pixels a side, and this picture has %3; choose another format")
+        return failure(CText::tr("%1 holds at most %2 pixels a side, and this picture has %3; choose another format")
                            .arg(QLatin1String(pFormat->pName))
                            .arg(pFormat->nLongest)
                            .arg(nLongest));
@@ -132,7 +137,7 @@ QString writePicture(const QImage& image, const QString& strPath)
         return failure(strRefusal);
     const QImage imgOpaque = onPaper(image);
     if (imgOpaque.isNull())
-        return failure(g_strNoMemory);
+        return failure(CText::tr("there is not enough memory; close other windows"));
     QString strReason;
     const QByteArray aBytes = encoded(imgOpaque, *pFormat, strReason);
     if (strReason.isEmpty())
@@ -157,6 +162,6 @@ QString OrmImageFile::write(const QImage& image, const QString& strPath)
     }
     catch (const std::bad_alloc&)
     {
-        return QStringLiteral("The picture was not saved: there is not enough memory; close other windows.");
+        return CText::tr("The picture was not saved: there is not enough memory; close other windows.");
     }
 }

@@ -1,5 +1,7 @@
 #include "OrmImageEncoders.h"
 
+#include <QCoreApplication>
+
 #include <tiffio.h>
 
 #include <algorithm>
@@ -128,5 +130,5 @@ QString OrmImageEncoders::encodeTiff(const QImage& image, QIODevice& objDevice)
         bDone = setTags(pTiff.get(), image) && writeRows(pTiff.get(), image) && TIFFWriteDirectory(pTiff.get()) == 1;
     if (bDone && strError.isEmpty())
         return QString();
-    return strError.isEmpty() ? QStringLiteral("the picture cannot be put into a TIFF file") : strError;
+    return strError.isEmpty() ? QCoreApplication::translate("OrmImageEncoders", "the picture cannot be put into a TIFF file") : strError;
 }

@@ -1,5 +1,6 @@
 #include "OrmBeneath.h"
 
+#include <QCoreApplication>
 #include <QList>
 
 #include <cerrno>
@@ -12,6 +13,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmBeneath)
+};
+
 constexpr int nMaxLinks = 40; ///< followed for one name, as the kernel counts them
 constexpr int nMaxRaces = 16; ///< attempts while somebody renames folders underneath
 
@@ -111,11 +117,11 @@ namespace OrmBeneath
 {
 QString problemOfName(const QString& strName)
 {
-    const QString strOutside = QStringLiteral("leads outside the study folder");
+    const QString strOutside = CText::tr("leads outside the study folder");
     if (strName.isEmpty())
-        return QStringLiteral("names no file");
+        return CText::tr("names no file");
     if (strName.contains(QChar(0)))
-        return QStringLiteral("holds a NUL character");
+        return CText::tr("holds a NUL character");
     const bool bDrive = strName.size() > 1 && strName.at(1) == QLatin1Char(':') && strName.at(0).isLetter();
     if (strName.startsWith(QLatin1Char('/')) || strName.startsWith(QLatin1String("~/")) || bDrive || strName.contains(QLatin1Char('\\')) ||
         strName.contains(QLatin1String("://")))
@@ -133,7 +139,7 @@ QString problemOfName(const QString& strName)
     }
     const QString& strLast = lstParts.last();
     if (nDepth == 0 || strLast.isEmpty() || strLast == QLatin1String(".") || strLast == QLatin1String(".."))
-        return QStringLiteral("names a folder");
+        return CText::tr("names a folder");
     return QString();
 }
 

@@ -5,6 +5,7 @@
 #include "OrmArray.h"
 #include "OrmBeneath.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -16,6 +17,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmFileReader)
+};
+
 constexpr qint64 nChunkBytes = 8388608; ///< read at once, so that the progress display stays alive on a slow disk
 constexpr int nMaxInterrupts = 1000;    ///< interruptions in a row without a byte; more are taken for a broken disk
 
@@ -40,7 +46,7 @@ private:
 
 QString notRegular()
 {
-    return QStringLiteral("not a regular file");
+    return CText::tr("not a regular file");
 }
 
 /// Why opening failed. A socket or a device without a driver cannot even be opened, which says nothing to a user.
@@ -49,13 +55,13 @@ QString openError(int nError)
     if (nError == ENXIO || nError == ENODEV || nError == EISDIR)
         return notRegular();
     if (nError == EXDEV)
-        return QStringLiteral("leads outside the study folder");
+        return CText::tr("leads outside the study folder");
     return qt_error_string(nError);
 }
 
 QString sizeError(qint64 nBytes, qint64 nMaxBytes)
 {
-    return QStringLiteral("too large: %1 bytes, of at most %2").arg(nBytes).arg(nMaxBytes);
+    return CText::tr("too large: %1 bytes, of at most %2").arg(nBytes).arg(nMaxBytes);
 }
 
 bool sameFile(const struct stat& objBefore, const struct stat& objAfter)
@@ -80,11 +86,11 @@ QString readAll(int nDescriptor, char* pBuffer, qint64 nBytes)
         }
         else if (nRead == 0)
         {
-            return QStringLiteral("changed while reading");
+            return CText::tr("changed while reading");
         }
         else if (errno != EINTR || ++nInterrupts > nMaxInterrupts)
         {
-            return QStringLiteral("read error: %1").arg(qt_error_string(errno));
+            return CText::tr("read error: %1").arg(qt_error_string(errno));
         }
     }
     return QString();
@@ -95,7 +101,7 @@ QString readDescriptor(int nDescriptor, QByteArray& baContent, qint64 nMaxBytes)
 {
     struct stat objBefore = {};
     if (fstat(nDescriptor, &objBefore) != 0)
-        return QStringLiteral("read error: %1").arg(qt_error_string(errno));
+        return CText::tr("read error: %1").arg(qt_error_string(errno));
     if (!S_ISREG(objBefore.st_mode))
         return notRegular();
     const qint64 nBytes = objBefore.st_size;
@@ -110,14 +116,14 @@ QString readDescriptor(int nDescriptor, QByteArray& baContent, qint64 nMaxBytes)
             return strError;
         struct stat objAfter = {};
         if (fstat(nDescriptor, &objAfter) != 0)
-            return QStringLiteral("read error: %1").arg(qt_error_string(errno));
+            return CText::tr("read error: %1").arg(qt_error_string(errno));
         if (!sameFile(objBefore, objAfter))
-            return QStringLiteral("changed while reading");
+            return CText::tr("changed while reading");
         baContent = std::move(baRead);
     }
     catch (const std::bad_alloc&)
     {
-        return QStringLiteral("not enough memory (needs %1 MB)").arg(nBytes / 1048576 + 1);
+        return CText::tr("not enough memory (needs %1 MB)").arg(nBytes / 1048576 + 1);
     }
     return QString();
 }
@@ -139,7 +145,7 @@ namespace OrmFileReader
 bool read(const QString& strFile, QByteArray& baContent, QString* pstrError, qint64 nMaxBytes)
 {
     if (strFile.isEmpty() || strFile.contains(QChar(0)))
-        return finish(strFile, QStringLiteral("no file name"), pstrError);
+        return finish(strFile, CText::tr("no file name"), pstrError);
     // Opened without blocking: the other end of a FIFO may never come.
     const CDescriptor objFile(open(QFile::encodeName(strFile).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!objFile.isOpen())
@@ -149,7 +155,7 @@ bool read(const QString& strFile, QByteArray& baContent, QString* pstrError, qin
 
 bool readBeneath(const QString& strFolder, const QString& strName, QByteArray& baContent, QString* pstrError, qint64 nMaxBytes)
 {
-    const QString strFile = QStringLiteral("%1 in %2").arg(strName, strFolder);
+    const QString strFile = CText::tr("%1 in %2").arg(strName, strFolder);
     const QString strProblem = OrmBeneath::problemOfName(strName);
     if (!strProblem.isEmpty())
         return finish(strFile, strProblem, pstrError);

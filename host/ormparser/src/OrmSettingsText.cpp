@@ -5,11 +5,18 @@
 #include "OrmFileReader.h"
 #include "OrmTextCheck.h"
 
+#include <QCoreApplication>
+
 #include <cstring>
 #include <new>
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmSettingsText)
+};
+
 /// Bytes of a line, or of a part of one.
 struct SPiece
 {
@@ -168,7 +175,7 @@ bool OrmSettingsText::parse(const QByteArray& baText, const QString& strPlace)
     }
     catch (const std::bad_alloc&)
     {
-        return refuse(strPlace, QStringLiteral("not enough memory"));
+        return refuse(strPlace, CText::tr("not enough memory"));
     }
     return true;
 }
@@ -178,9 +185,9 @@ bool OrmSettingsText::checkLimits(const QByteArray& baText, int nStart, const QS
 {
     if (baText.size() > OrmDocumentLimits::nSettingsTextBytes)
         return refuse(strPlace,
-                      QStringLiteral("too large: %1 bytes, of at most %2").arg(baText.size()).arg(OrmDocumentLimits::nSettingsTextBytes));
+                      CText::tr("too large: %1 bytes, of at most %2").arg(baText.size()).arg(OrmDocumentLimits::nSettingsTextBytes));
     if (OrmTextCheck::looksWide(baText.constData(), baText.size()))
-        return refuse(strPlace, QStringLiteral("encoding not supported, it must be UTF-8"));
+        return refuse(strPlace, CText::tr("encoding not supported, it must be UTF-8"));
     const char* pText = baText.constData() + nStart;
     const char* pEnd = baText.constData() + baText.size();
     SPiece objLine;
@@ -191,16 +198,15 @@ bool OrmSettingsText::checkLimits(const QByteArray& baText, int nStart, const QS
     while (objLines.next(objLine))
     {
         if (objLine.m_nLength > OrmDocumentLimits::nSettingsLineBytes)
-            return refuse(
-                strPlace,
-                QStringLiteral("line %1 is longer than %2 bytes").arg(objLines.number()).arg(OrmDocumentLimits::nSettingsLineBytes));
+            return refuse(strPlace,
+                          CText::tr("line %1 is longer than %2 bytes").arg(objLines.number()).arg(OrmDocumentLimits::nSettingsLineBytes));
         if (find(objLine, '\0') >= 0)
-            return refuse(strPlace, QStringLiteral("NUL byte in line %1").arg(objLines.number()));
+            return refuse(strPlace, CText::tr("NUL byte in line %1").arg(objLines.number()));
         const SEntry::EKind eKind = entryOfLine(objLine).m_eKind;
         nKeys += eKind == SEntry::EKind::Key ? 1 : 0;
         nSections += eKind == SEntry::EKind::Section ? 1 : 0;
         if (nKeys > OrmDocumentLimits::nSettingsEntries || nSections > OrmDocumentLimits::nSettingsEntries)
-            return refuse(strPlace, QStringLiteral("more than %1 entries").arg(OrmDocumentLimits::nSettingsEntries));
+            return refuse(strPlace, CText::tr("more than %1 entries").arg(OrmDocumentLimits::nSettingsEntries));
         if (nBadLine == 0 && !OrmTextCheck::isUtf8(objLine.m_pText, objLine.m_pText + objLine.m_nLength))
             nBadLine = objLines.number();
     }

@@ -3,6 +3,8 @@
 #include "COrmMessageBox.h"
 #include "COrmUtilityFns.h"
 
+#include <QCoreApplication>
+
 namespace
 {
 COrmErrorHandler::FnResponder& responder()
@@ -29,11 +31,11 @@ QString COrmErrorHandler::statusText(tag_estatus eStatus)
     switch (int(eStatus))
     {
     case eStatusFileNotWritable:
-        return QStringLiteral("The file cannot be written.");
+        return QCoreApplication::translate("COrmErrorHandler", "The file cannot be written.");
     case eStatusFileNotReadable:
-        return QStringLiteral("The file cannot be read.");
+        return QCoreApplication::translate("COrmErrorHandler", "The file cannot be read.");
     default:
-        return QStringLiteral("The operation failed (status %1).").arg(int(eStatus));
+        return QCoreApplication::translate("COrmErrorHandler", "The operation failed (status %1).").arg(int(eStatus));
     }
 }
 

@@ -101,7 +101,7 @@ void CProgressDisplay::setSteps(int nStep, int nSteps)
     // Without a number of steps the bar shows nothing rather than a guess; the strip tells that work goes on.
     m_pBar->setRange(0, std::max(nSteps, 1));
     m_pBar->setValue(nSteps > 0 ? std::clamp(nStep, 0, nSteps) : 0);
-    m_pBar->setFormat(nSteps > 0 ? QStringLiteral("%v of %m") : QString());
+    m_pBar->setFormat(nSteps > 0 ? tr("%v of %m") : QString());
 }
 
 void CProgressDisplay::paintNow()

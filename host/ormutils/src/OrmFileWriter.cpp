@@ -1,5 +1,6 @@
 #include "OrmFileWriter.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -8,6 +9,11 @@
 
 namespace
 {
+class CText
+{
+    Q_DECLARE_TR_FUNCTIONS(OrmFileWriter)
+};
+
 QString reasonOf(const QFileDevice& objFile)
 {
     return objFile.error() == QFileDevice::ResourceError ? OrmFileWriter::diskIsFull() : objFile.errorString();
@@ -40,7 +46,7 @@ QString OrmFileWriter::replace(const QString& strFile, const QByteArray& baConte
     // A device that is named for a file would be replaced like one, where the user may do that.
     const QFileInfo objOld(strFile);
     if (objOld.exists() && !objOld.isFile())
-        return QStringLiteral("not a regular file");
+        return CText::tr("not a regular file");
     QSaveFile objFile(strFile);
     // Without a buffer: what its last piece met would be told by nobody.
     if (!objFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
@@ -55,5 +61,5 @@ QString OrmFileWriter::replace(const QString& strFile, const QByteArray& baConte
 
 QString OrmFileWriter::diskIsFull()
 {
-    return QStringLiteral("the disk is full");
+    return CText::tr("the disk is full");
 }
