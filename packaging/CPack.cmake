@@ -20,7 +20,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
 # What the libraries need of the system is read from them; those of Ormelle itself lie in the same package.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-dejavu-core, libgl1-mesa-dri, xvfb")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-dejavu-core, libgl1-mesa-dri, qttranslations5-l10n, xvfb")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "compare tomography results of a subject over time
 Ormelle is a preclinical optical imaging application. A mouse that was imaged

@@ -860,7 +860,7 @@ Schaffen Sie Platz, geben Sie sich dort Schreibrechte oder öffnen Sie eine eige
     </message>
     <message>
         <source>Saved results</source>
-        <translation>Gespeicherte Ergebnisse</translation>
+        <translation>Ergebnisse</translation>
     </message>
     <message>
         <source>luminescent</source>
