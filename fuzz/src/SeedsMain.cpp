@@ -9,6 +9,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -51,6 +52,15 @@ const QString strSurfaces = QStringLiteral("surfaces");
 const QString strVolumes = QStringLiteral("volumes");
 const QStringList lstAll = lstDocuments + lstTexts + lstOthers + QStringList{strSurfaces, strVolumes};
 
+/// A result whose height map has sides that fit their type while their product, of 32 bits, is 0. Chance comes upon such a pair late.
+QByteArray withWrappingMap(const QByteArray& baDocument)
+{
+    QString strDocument = QString::fromUtf8(baDocument);
+    strDocument.replace(QRegularExpression(QStringLiteral("Width=\"\\d+\" Height=\"\\d+\"")),
+                        QStringLiteral("Width=\"65536\" Height=\"65536\""));
+    return strDocument.toUtf8();
+}
+
 bool addPhantoms(CSeeds& objSeeds, const QString& strPhantom)
 {
     for (const char* pFormat : {"1.0", "2.0"})
@@ -72,8 +82,11 @@ bool addPhantoms(CSeeds& objSeeds, const QString& strPhantom)
             if (!objFile.open(QIODevice::ReadOnly))
                 return false;
             const QByteArray baContent = objFile.readAll();
+            const bool bDocument = objFile.fileName().endsWith(QLatin1String(".xml"));
             if (baContent.size() <= nLargestFile)
-                objSeeds.add(objFile.fileName().endsWith(QLatin1String(".xml")) ? lstDocuments : lstTexts, baContent);
+                objSeeds.add(bDocument ? lstDocuments : lstTexts, baContent);
+            if (baContent.size() <= nLargestFile && bDocument)
+                objSeeds.add(lstDocuments, withWrappingMap(baContent));
         }
     }
     return true;
