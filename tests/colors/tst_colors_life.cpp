@@ -10,6 +10,19 @@ using namespace ColorsTest;
 
 namespace
 {
+/// How often a widget was asked to paint itself.
+class CPaintCount : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* pEvent) override
+    {
+        m_nPaints += pEvent->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+    int m_nPaints = 0;
+};
+
 /// Both kinds from files: "low" 2 to 80 and "high" 10 to 200 of SOLA, "dye" 0.5 to 4 of NOVA.
 class CLoadedTool : public CColorTool
 {
@@ -35,19 +48,22 @@ public:
     }
     QString paletteOf(int nTile) { return describe(*records()[nTile].objVolume.getColorPalette()); }
 
-    /// Everything that is drawn of the frames from now on, as long as the event loop has something to do.
+    /// How often the view paints from now on, as long as the event loop has something to do.
     int paintsUntilRest(const std::function<void()>& fnChange)
     {
         rest();
-        QSignalSpy objFrames(&view(), SIGNAL(frameSwapped()));
+        // Not the frames that reach the screen: each blink of a text cursor brings one of the whole window.
+        CPaintCount objPaints;
+        view().installEventFilter(&objPaints);
         fnChange();
         rest();
-        return objFrames.size();
+        return objPaints.m_nPaints;
     }
     void rest()
     {
         for (int i = 0; i < 100; ++i)
         {
+            QGuiApplication::sync(); // also what the window system still has to say to what was done before
             QCoreApplication::sendPostedEvents();
             QCoreApplication::processEvents();
         }
