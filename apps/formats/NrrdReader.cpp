@@ -1,39 +1,13 @@
 #include "TextLines.h"
+#include "VolumeHeader.h"
 #include "VolumeParts.h"
-
-#include <QMap>
 
 namespace
 {
-constexpr qint64 nMostHeaderBytes = 1048576;
-
-/// The fields of a header.
-struct SHeader
+/// The fields by their names, blanks left out of them.
+QString readHeader(const QByteArray& baContent, SVolumeHeader& header)
 {
-    struct SField
-    {
-        std::string_view m_strValue;
-        qint64 m_nLine = 0;
-    };
-    QMap<QString, SField> m_mapFields; ///< by the name in lower case, blanks left out
-    qint64 m_nBodyAt = 0;              ///< first byte behind the header
-    qint64 m_nLines = 0;
-
-    const SField* find(const char* pName) const
-    {
-        const auto it = m_mapFields.constFind(QLatin1String(pName));
-        return it != m_mapFields.constEnd() ? &it.value() : nullptr;
-    }
-    QString at(const char* pName, const QString& strReason) const
-    {
-        const SField* pField = find(pName);
-        return OpenText::atLine(pField != nullptr ? pField->m_nLine : m_nLines, strReason);
-    }
-};
-
-QString readHeader(const QByteArray& baContent, SHeader& header)
-{
-    CTextLines lines(std::string_view(baContent.constData(), static_cast<std::size_t>(qMin<qint64>(baContent.size(), nMostHeaderBytes))));
+    CTextLines lines(VolumeHeader::textOf(baContent));
     std::string_view strLine;
     if (!lines.next(strLine) || strLine.substr(0, 7) != "NRRD000" || strLine.size() < 8 || strLine[7] < '1' || strLine[7] > '5')
         return OpenText::atLine(1, QStringLiteral("the file does not begin like NRRD 1 to 5"));
@@ -115,11 +89,11 @@ bool vectors(std::string_view strText, std::size_t nVectors, std::vector<SOpenVo
 }
 
 /// Millimetres of each axis of the space; words in quotation marks.
-QString readUnits(const SHeader& header, std::array<double, 3>& afUnit, SOpenVolume& volume)
+QString readUnits(const SVolumeHeader& header, std::array<double, 3>& afUnit, SOpenVolume& volume)
 {
     const bool bSpace = header.find("spaceunits") != nullptr;
     const char* pName = bSpace ? "spaceunits" : "units";
-    const SHeader::SField* pField = header.find(pName);
+    const SVolumeHeader::SField* pField = header.find(pName);
     afUnit = {1.0, 1.0, 1.0};
     if (pField == nullptr)
     {
@@ -147,9 +121,9 @@ QString readUnits(const SHeader& header, std::array<double, 3>& afUnit, SOpenVol
     return {};
 }
 
-QString readSpace(const SHeader& header, SOpenVolume& volume)
+QString readSpace(const SVolumeHeader& header, SOpenVolume& volume)
 {
-    const SHeader::SField* pSpace = header.find("space");
+    const SVolumeHeader::SField* pSpace = header.find("space");
     if (pSpace == nullptr)
         return {};
     struct SName
@@ -170,7 +144,7 @@ QString readSpace(const SHeader& header, SOpenVolume& volume)
     return {};
 }
 
-QString readPlaces(const SHeader& header, SOpenVolume& volume)
+QString readPlaces(const SVolumeHeader& header, SOpenVolume& volume)
 {
     std::array<double, 3> afUnit = {};
     QString strProblem = readUnits(header, afUnit, volume);
@@ -179,7 +153,7 @@ QString readPlaces(const SHeader& header, SOpenVolume& volume)
     if (!strProblem.isEmpty())
         return strProblem;
     std::vector<SOpenVolume::Vector> vecVectors;
-    if (const SHeader::SField* pDirections = header.find("spacedirections"))
+    if (const SVolumeHeader::SField* pDirections = header.find("spacedirections"))
     {
         if (!vectors(pDirections->m_strValue, 3, vecVectors))
             return header.at("spacedirections", QStringLiteral("three vectors of three numbers are needed"));
@@ -189,7 +163,7 @@ QString readPlaces(const SHeader& header, SOpenVolume& volume)
     else
     {
         std::vector<double> vecSpacing = {1.0, 1.0, 1.0};
-        const SHeader::SField* pSpacing = header.find("spacings");
+        const SVolumeHeader::SField* pSpacing = header.find("spacings");
         if (pSpacing == nullptr)
             volume.m_lstNotes.append(QStringLiteral("The volume names no spacing: 1 was taken."));
         else if (!VolumeParts::numbers(pSpacing->m_strValue, 3, vecSpacing))
@@ -197,7 +171,7 @@ QString readPlaces(const SHeader& header, SOpenVolume& volume)
         for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
             volume.m_avecStep[nAxis][nAxis] = vecSpacing[nAxis];
     }
-    if (const SHeader::SField* pOrigin = header.find("spaceorigin"))
+    if (const SVolumeHeader::SField* pOrigin = header.find("spaceorigin"))
     {
         if (!vectors(pOrigin->m_strValue, 1, vecVectors))
             return header.at("spaceorigin", QStringLiteral("a vector of three numbers is needed"));
@@ -215,26 +189,18 @@ QString readPlaces(const SHeader& header, SOpenVolume& volume)
     return strProblem.isEmpty() ? QString() : header.at("sizes", strProblem);
 }
 
-QString readType(const SHeader& header, SOpenVolume& volume)
+QString readType(const SVolumeHeader& header, SOpenVolume& volume)
 {
-    const SHeader::SField* pDimension = header.find("dimension");
+    const SVolumeHeader::SField* pDimension = header.find("dimension");
     if (pDimension == nullptr || pDimension->m_strValue != "3")
         return header.at("dimension", QStringLiteral("the dimension is not 3"));
-    const SHeader::SField* pType = header.find("type");
+    const SVolumeHeader::SField* pType = header.find("type");
     if (pType == nullptr || !scalarOf(pType->m_strValue, volume.m_eType))
         return header.at("type", QStringLiteral("the type of the numbers is not known"));
-    const SHeader::SField* pSizes = header.find("sizes");
-    std::vector<std::string_view> vecWords;
-    if (pSizes != nullptr)
-        OpenText::split(pSizes->m_strValue, vecWords);
-    if (vecWords.size() != 3)
-        return header.at("sizes", QStringLiteral("three sizes are needed"));
-    for (std::size_t nAxis = 0; nAxis < 3; ++nAxis)
-    {
-        if (!OpenText::toInteger(vecWords[nAxis], volume.m_anSize[nAxis]))
-            return header.at("sizes", QStringLiteral("\"%1\" is no number of voxels").arg(OpenText::shown(vecWords[nAxis])));
-    }
-    const SHeader::SField* pEndian = header.find("endian");
+    const QString strProblem = VolumeHeader::readSizes(header, "sizes", QStringLiteral("three sizes are needed"), volume);
+    if (!strProblem.isEmpty())
+        return strProblem;
+    const SVolumeHeader::SField* pEndian = header.find("endian");
     volume.m_bBigEndian = pEndian != nullptr && OpenText::isSameIgnoringCase(pEndian->m_strValue, "big");
     if (!volume.m_bBigEndian && ScalarBytes::size(volume.m_eType) > 1 &&
         (pEndian == nullptr || !OpenText::isSameIgnoringCase(pEndian->m_strValue, "little")))
@@ -243,15 +209,15 @@ QString readType(const SHeader& header, SOpenVolume& volume)
 }
 
 /// A number of lines or bytes to be passed over before the numbers; 0 where there is none.
-bool skipOf(const SHeader& header, const char* pName, qint64& nSkip)
+bool skipOf(const SVolumeHeader& header, const char* pName, qint64& nSkip)
 {
-    const SHeader::SField* pField = header.find(pName);
+    const SVolumeHeader::SField* pField = header.find(pName);
     nSkip = 0;
     return pField == nullptr || OpenText::toInteger(pField->m_strValue, nSkip);
 }
 
 /// Where the numbers begin in their file.
-QString findNumbers(const SHeader& header, const QByteArray& baNumbers, bool bCompressed, qint64 nBytes, qint64& nAt)
+QString findNumbers(const SVolumeHeader& header, const QByteArray& baNumbers, bool bCompressed, qint64 nBytes, qint64& nAt)
 {
     qint64 nLines = 0;
     qint64 nSkip = 0;
@@ -266,19 +232,15 @@ QString findNumbers(const SHeader& header, const QByteArray& baNumbers, bool bCo
             return header.at("lineskip", QStringLiteral("the file has fewer lines"));
         nAt = nEnd + 1;
     }
-    if (nSkip == -1) // the numbers are what the file ends with
-        nSkip = qMax<qint64>(0, baNumbers.size() - nAt - nBytes);
-    if (nSkip > baNumbers.size() - nAt)
-        return header.at("byteskip", QStringLiteral("the numbers would begin outside the file"));
-    nAt += nSkip;
-    return {};
+    const QString strProblem = VolumeHeader::passOver(nSkip, bCompressed, nBytes, baNumbers, nAt);
+    return strProblem.isEmpty() ? QString() : header.at("byteskip", strProblem);
 }
 } // namespace
 
 QString VolumeReaders::readNrrd(const QByteArray& baContent, const FnSibling& fnSibling, SOpenVolume& volume)
 {
     volume = SOpenVolume();
-    SHeader header;
+    SVolumeHeader header;
     QString strProblem = readHeader(baContent, header);
     if (strProblem.isEmpty())
         strProblem = readType(header, volume);
@@ -286,7 +248,7 @@ QString VolumeReaders::readNrrd(const QByteArray& baContent, const FnSibling& fn
         strProblem = readPlaces(header, volume);
     if (!strProblem.isEmpty())
         return strProblem;
-    const SHeader::SField* pEncoding = header.find("encoding");
+    const SVolumeHeader::SField* pEncoding = header.find("encoding");
     const std::string_view strEncoding = pEncoding != nullptr ? pEncoding->m_strValue : std::string_view();
     const bool bCompressed = OpenText::isSameIgnoringCase(strEncoding, "gzip") || OpenText::isSameIgnoringCase(strEncoding, "gz");
     if (!bCompressed && !OpenText::isSameIgnoringCase(strEncoding, "raw"))
@@ -297,18 +259,9 @@ QString VolumeReaders::readNrrd(const QByteArray& baContent, const FnSibling& fn
 
     QByteArray baNumbers = baContent;
     qint64 nAt = header.m_nBodyAt;
-    if (const SHeader::SField* pFile = header.find("datafile"))
-    {
-        if (OpenText::isSameIgnoringCase(pFile->m_strValue.substr(0, 4), "list") || pFile->m_strValue.find('%') != std::string_view::npos)
-            return header.at("datafile", QStringLiteral("numbers in several files are not read"));
-        nAt = 0;
-        strProblem = fnSibling(VolumeParts::nameOf(pFile->m_strValue), baNumbers);
-        if (!strProblem.isEmpty())
-            return header.at("datafile", strProblem);
-    }
-    strProblem = findNumbers(header, baNumbers, bCompressed, nBytes, nAt);
-    if (!strProblem.isEmpty())
-        return strProblem;
-    strProblem = VolumeParts::takeValues(baNumbers, nAt, bCompressed, false, volume);
-    return strProblem.isEmpty() ? QString() : QStringLiteral("byte %1 of the numbers: %2").arg(nAt).arg(strProblem);
+    if (header.find("datafile") != nullptr)
+        strProblem = VolumeHeader::openFile(header, "datafile", fnSibling, baNumbers, nAt);
+    if (strProblem.isEmpty())
+        strProblem = findNumbers(header, baNumbers, bCompressed, nBytes, nAt);
+    return strProblem.isEmpty() ? VolumeHeader::takeNumbers(baNumbers, nAt, bCompressed, volume) : strProblem;
 }

@@ -75,7 +75,7 @@ public:
         for (const auto& [strName, strContent] : vecFirsts)
             strBody += "<" + strName + ">\n" + strContent + "</" + strName + ">" + aside();
         m_objBuilt.m_strText = prolog() + "<Ormelle.Result Version=\"" + strVersion + "\">\n" + strBody + "</Ormelle.Result>\n";
-        damage(m_objBuilt.m_strText);
+        m_objIn.damage(m_objBuilt.m_strText);
         return m_objBuilt;
     }
 
@@ -119,23 +119,6 @@ private:
         }
         const std::vector<std::string> vecAsides = {"", "<!-- remark -->", "<?note x?>", "\r\n\t", "<Unknown a=\"1\"><b/>text</Unknown>"};
         return m_objIn.oneOf(vecAsides);
-    }
-
-    /// A few bytes changed, rarely: most of what this makes is to be well-formed.
-    void damage(std::string& strText)
-    {
-        if (!m_objIn.rarely(8))
-            return;
-        const std::size_t nPlace = m_objIn.bits32() % strText.size();
-        const int nHow = m_objIn.below(4);
-        if (nHow == 0)
-            strText.resize(nPlace);
-        else if (nHow == 1)
-            strText.erase(nPlace, 1U + m_objIn.byte());
-        else if (nHow == 2)
-            strText[nPlace] = static_cast<char>(m_objIn.byte());
-        else
-            strText.insert(nPlace, m_objIn.text(m_objIn.byte() % 40U));
     }
 
     static std::string escaped(const std::string& strText)

@@ -59,7 +59,7 @@ public:
         const int nFormat = m_objIn.below(6);
         m_bBig = nFormat == 2;
         std::string strFile = nFormat < 3 ? ply(nFormat == 0) : nFormat == 3 ? textStl() : nFormat == 4 ? binaryStl() : obj();
-        damage(strFile);
+        m_objIn.damage(strFile);
         return strFile;
     }
 
@@ -68,7 +68,7 @@ public:
         const int nFormat = m_objIn.below(3);
         m_bBig = m_objIn.rarely(2);
         FormatGrammar::SBuilt built = nFormat == 0 ? nifti() : nFormat == 1 ? metaImage() : nrrd();
-        damage(built.m_strFile);
+        m_objIn.damage(built.m_strFile);
         return built;
     }
 
@@ -87,22 +87,6 @@ private:
         return m_objIn.rarely(8) ? m_objIn.oneOf(vecFloats) : fPlain;
     }
     std::string lineEnd() { return m_bReturns ? "\r\n" : "\n"; }
-
-    void damage(std::string& strText)
-    {
-        if (!m_objIn.rarely(8) || strText.empty())
-            return;
-        const std::size_t nPlace = m_objIn.bits32() % strText.size();
-        const int nHow = m_objIn.below(4);
-        if (nHow == 0)
-            strText.resize(nPlace);
-        else if (nHow == 1)
-            strText.erase(nPlace, 1U + m_objIn.byte());
-        else if (nHow == 2)
-            strText[nPlace] = static_cast<char>(m_objIn.byte());
-        else
-            strText.insert(nPlace, m_objIn.text(m_objIn.byte() % 40U));
-    }
 
     struct SType
     {

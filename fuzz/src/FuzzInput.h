@@ -45,6 +45,23 @@ public:
         return strText;
     }
 
+    /// Rarely cuts a text, takes some bytes out, changes one or puts some in: most of what is built is to be well-formed.
+    void damage(std::string& strText)
+    {
+        if (!rarely(8) || strText.empty())
+            return;
+        const std::size_t nPlace = bits32() % strText.size();
+        const int nHow = below(4);
+        if (nHow == 0)
+            strText.resize(nPlace);
+        else if (nHow == 1)
+            strText.erase(nPlace, 1U + byte());
+        else if (nHow == 2)
+            strText[nPlace] = static_cast<char>(byte());
+        else
+            strText.insert(nPlace, text(byte() % 40U));
+    }
+
 private:
     const std::uint8_t* m_pData;
     std::size_t m_nSize;
