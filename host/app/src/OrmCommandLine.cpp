@@ -50,8 +50,7 @@ SCommandLine OrmCommandLine::parse(const QStringList& lstArguments)
 
 QString OrmCommandLine::usage()
 {
-    return QStringLiteral("Usage: ormelle [--tool NAME] [--language CODE] [--no-settings]\n"
-                          "               [--log-file FILE] [FOLDER...]\n"
+    return QStringLiteral("Usage: ormelle [--tool NAME] [--language CODE] [OPTION...] [FOLDER...]\n"
                           "       ormelle --diagnose | --reset-settings | --help | --version\n"
                           "\n"
                           "Opens every sequence found under the folders, at any depth.\n"
