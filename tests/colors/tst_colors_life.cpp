@@ -1,3 +1,4 @@
+#include "CPaintCount.h"
 #include "ColorsTestTools.h"
 #include "OrmTestMain.h"
 
@@ -10,19 +11,6 @@ using namespace ColorsTest;
 
 namespace
 {
-/// How often a widget was asked to paint itself.
-class CPaintCount : public QObject
-{
-public:
-    bool eventFilter(QObject*, QEvent* pEvent) override
-    {
-        m_nPaints += pEvent->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-    int m_nPaints = 0;
-};
-
 /// Both kinds from files: "low" 2 to 80 and "high" 10 to 200 of SOLA, "dye" 0.5 to 4 of NOVA.
 class CLoadedTool : public CColorTool
 {
@@ -52,12 +40,10 @@ public:
     int paintsUntilRest(const std::function<void()>& fnChange)
     {
         rest();
-        // Not the frames that reach the screen: each blink of a text cursor brings one of the whole window.
-        CPaintCount objPaints;
-        view().installEventFilter(&objPaints);
+        const CPaintCount objPaints(view());
         fnChange();
         rest();
-        return objPaints.m_nPaints;
+        return objPaints.count();
     }
     void rest()
     {

@@ -1,3 +1,4 @@
+#include "CPaintCount.h"
 #include "ColorRangeMath.h"
 #include "ColorScaleTools.h"
 #include "OrmColorTables.h"
@@ -269,9 +270,9 @@ void tst_colorscale_table::everyChangeAsksForAPaint()
     QFETCH(int, nChange);
     CPanel objPanel;
     QCoreApplication::processEvents();
-    QSignalSpy objFrames(&objPanel.view(), SIGNAL(frameSwapped()));
+    CPaintCount objPaints(objPanel.view());
     QCoreApplication::processEvents();
-    objFrames.clear();
+    objPaints.clear();
     const QList<std::function<void()>> lstChanges = {[&]() { objPanel.minimum()->setValue(30.0); },
                                                      [&]() { objPanel.maximum()->setValue(130.0); },
                                                      [&]() { objPanel.slider()->setLowerValue(20); },
@@ -285,9 +286,9 @@ void tst_colorscale_table::everyChangeAsksForAPaint()
                                                      [&]() { objPanel.tool().get<QSlider>("m_pOpacitySlider")->setValue(10); },
                                                      [&]() { objPanel.tool().get<QtThumbWheel>("m_pThumWheel")->setValue(10); },
                                                      [&]() { call(objPanel.tool(), "updateUserPreferences"); }};
-    QCOMPARE(objFrames.size(), 0);
+    QCOMPARE(objPaints.count(), 0);
     lstChanges.at(nChange)();
-    QTRY_VERIFY(!objFrames.isEmpty());
+    QTRY_VERIFY(objPaints.count() > 0);
 }
 
 ORM_TEST_MAIN(tst_colorscale_table)
