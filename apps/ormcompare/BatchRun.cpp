@@ -237,8 +237,8 @@ void CBatchRun::progress(const SStudy& study, const QString& strOutcome)
     const int nLeft = m_lstToMake.size() - nEnded;
     const qint64 nSecondsLeft = m_objClock.elapsed() * nLeft / nEnded / 1000;
     const QString strLeft = nLeft > 0 ? QStringLiteral(", about %1 left").arg(duration(nSecondsLeft)) : QString();
-    std::printf("[%d/%d] %s: %s%s\n", nEnded, m_lstToMake.size(), qPrintable(CompareOptions::oneLine(study.m_strName)),
-                qPrintable(strOutcome), qPrintable(strLeft));
+    std::printf("[%d/%d] %s: %s%s\n", nEnded, m_lstToMake.size(), qPrintable(CommandLine::oneLine(study.m_strName)), qPrintable(strOutcome),
+                qPrintable(strLeft));
     std::fflush(stdout);
 }
 

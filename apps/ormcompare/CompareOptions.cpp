@@ -1,14 +1,12 @@
 #include "CompareOptions.h"
 
 #include "OrmImageFile.h"
-#include "ResultPattern.h"
+#include "OrmNumberText.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 
 namespace
 {
@@ -37,10 +35,9 @@ void setUp(QCommandLineParser& parser)
                        "Ends with 0 if everything asked for was done, with 1 and one line per reason if not, with 2 for wrong usage."));
     parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folders in which sequences are searched."),
                                  QStringLiteral("FOLDER..."));
+    CommandLine::addHelpAndVersion(parser);
     parser.addOptions(
-        {{{"h", "help"}, "Displays this help."},
-         {"version", "Displays the version."},
-         {"load",
+        {{"load",
           "Load the results whose \"KIND SEQUENCE/NAME\" matches; *, ? and [...] are wildcards. May be given again. Without it: all "
           "results that the unit fits.",
           "PATTERN"},
@@ -77,14 +74,6 @@ void setUp(QCommandLineParser& parser)
          {"quiet", "No progress on the terminal."}});
 }
 
-/// The whole text as a number, whatever the locale.
-bool readNumber(const QString& strText, double& fValue)
-{
-    const QByteArray aText = strText.toLatin1();
-    const auto [pEnd, error] = std::from_chars(aText.constBegin(), aText.constEnd(), fValue);
-    return error == std::errc() && pEnd == aText.constEnd() && !aText.isEmpty() && std::isfinite(fValue);
-}
-
 bool readSize(const QString& strText, QSize& size)
 {
     const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$")).match(strText);
@@ -103,7 +92,7 @@ bool readRegion(const QString& strText, QRectF& region)
     }
     for (int nPart = 0; nPart < 4; ++nPart)
     {
-        if (!readNumber(lstParts.at(nPart), fParts[nPart]) || fParts[nPart] < 0.0 || fParts[nPart] > 1.0)
+        if (!OrmNumberText::toDouble(lstParts.at(nPart), fParts[nPart]) || fParts[nPart] < 0.0 || fParts[nPart] > 1.0)
         {
             return false;
         }
@@ -128,8 +117,8 @@ bool readPlot(const QString& strText, SPlotRequest& request)
 bool readRange(const QString& strText, SValueRange& range)
 {
     const QStringList lstEnds = strText.split(QLatin1Char(':'));
-    return lstEnds.size() == 2 && readNumber(lstEnds.at(0), range.m_fMin) && readNumber(lstEnds.at(1), range.m_fMax) &&
-           range.m_fMin < range.m_fMax;
+    return lstEnds.size() == 2 && OrmNumberText::toDouble(lstEnds.at(0), range.m_fMin) &&
+           OrmNumberText::toDouble(lstEnds.at(1), range.m_fMax) && range.m_fMin < range.m_fMax;
 }
 
 /// The unit and what else says how results are shown. Empty, or what is wrong.
@@ -146,9 +135,8 @@ QString readLook(const QCommandLineParser& parser, SCompareOptions& options)
     }
     if (parser.isSet(QStringLiteral("rotate")))
     {
-        bool bNumber = false;
-        options.m_nRotate = parser.value(QStringLiteral("rotate")).toInt(&bNumber);
-        if (!bNumber || *options.m_nRotate < 0 || *options.m_nRotate > 360)
+        options.m_nRotate = CommandLine::wholeNumber(parser, QStringLiteral("rotate"), 0, 360);
+        if (!options.m_nRotate)
         {
             return QStringLiteral("--rotate takes whole degrees from 0 to 360.");
         }
@@ -245,54 +233,30 @@ QString readWork(const QCommandLineParser& parser, SCompareOptions& options)
     {
         return QStringLiteral("--like takes a picture.");
     }
-    bool bJobs = false;
-    options.m_nJobs = parser.value(QStringLiteral("jobs")).toInt(&bJobs);
-    if (!bJobs || options.m_nJobs < 1 || options.m_nJobs > kMaxJobs || (given("jobs") && !bStudies))
+    const std::optional<int> nJobs = CommandLine::wholeNumber(parser, QStringLiteral("jobs"), 1, kMaxJobs);
+    if (!nJobs || (given("jobs") && !bStudies))
     {
         return QStringLiteral("--jobs takes a whole number from 1 to %1, together with --study-per-folder.").arg(kMaxJobs);
     }
-    options.m_lstPatterns = parser.values(QStringLiteral("load"));
-    for (const QString& strPattern : qAsConst(options.m_lstPatterns))
+    options.m_nJobs = *nJobs;
+    const QString strNoPattern = CommandLine::readPatterns(parser, options.m_lstPatterns);
+    if (!strNoPattern.isEmpty())
     {
-        if (!ResultPattern::expression(strPattern).isValid())
-        {
-            return QStringLiteral("--load %1 is no pattern.").arg(strPattern);
-        }
+        return strNoPattern;
     }
-    options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
-    bool bFrames = false;
-    options.m_nFrames = parser.value(QStringLiteral("frames")).toInt(&bFrames);
-    if (!bFrames || options.m_nFrames < 0 || options.m_nFrames > kMaxFrames)
+    const std::optional<int> nFrames = CommandLine::wholeNumber(parser, QStringLiteral("frames"), 0, kMaxFrames);
+    if (!nFrames)
     {
         return QStringLiteral("--frames takes a whole number from 0 to %1.").arg(kMaxFrames);
     }
+    options.m_nFrames = *nFrames;
     return {};
 }
 } // namespace
 
 QString CompareOptions::read(const QStringList& lstArguments, SCompareOptions& options)
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    if (!parser.parse(lstArguments))
-    {
-        return parser.errorText();
-    }
-    options.m_bHelp = parser.isSet(QStringLiteral("help"));
-    options.m_bVersion = parser.isSet(QStringLiteral("version"));
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        return {};
-    }
-    for (const auto fnRead : {&readWork, &readLook, &readFiles})
-    {
-        const QString strWrong = fnRead(parser, options);
-        if (!strWrong.isEmpty())
-        {
-            return strWrong;
-        }
-    }
-    return {};
+    return CommandLine::read<SCompareOptions>(lstArguments, setUp, {readWork, readLook, readFiles}, options);
 }
 
 QStringList CompareOptions::contentArguments(const SCompareOptions& options)
@@ -305,24 +269,16 @@ QStringList CompareOptions::contentArguments(const SCompareOptions& options)
     return lstArguments;
 }
 
-QString CompareOptions::oneLine(QString strText)
-{
-    std::replace_if(
-        strText.begin(), strText.end(), [](QChar character) { return character.category() == QChar::Other_Control; }, QLatin1Char('?'));
-    return strText;
-}
-
 QString CompareOptions::takeLook(const QStringList& lstLook, SCompareOptions& options)
 {
     QCommandLineParser parser;
-    setUp(parser);
     SCompareOptions look;
+    QString strWrong = CommandLine::parse(QStringList{QString()} + lstLook, setUp, parser, look);
     // Whatever else the file names, only the look is taken from it.
-    if (!parser.parse(QStringList{QString()} + lstLook))
+    if (strWrong.isEmpty())
     {
-        return parser.errorText();
+        strWrong = readLook(parser, look);
     }
-    const QString strWrong = readLook(parser, look);
     if (!strWrong.isEmpty())
     {
         return strWrong;
@@ -345,7 +301,5 @@ QString CompareOptions::takeLook(const QStringList& lstLook, SCompareOptions& op
 
 QString CompareOptions::help()
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    return parser.helpText();
+    return CommandLine::help(setUp);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "CommandLine.h"
+
 #include <QRectF>
-#include <QRegularExpression>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -36,7 +37,7 @@ struct SResultKey
 };
 
 /// What the command line asks for.
-struct SCompareOptions
+struct SCompareOptions : SUsualOptions
 {
     QStringList m_lstFolders;              ///< at least one, but for a folder of studies
     QStringList m_lstPatterns;             ///< empty: all results that the unit fits
@@ -63,9 +64,6 @@ struct SCompareOptions
     QString m_strWavelength;               ///< density map for the surfaces, by its name; empty: as loaded
     std::optional<QRectF> m_objRegion;     ///< region to measure, its corners as fractions of the first picture, origin bottom left
     int m_nFrames = 0;                     ///< repaints to measure
-    bool m_bQuiet = false;                 ///< no progress on the terminal
-    bool m_bHelp = false;                  ///< only the help was asked for
-    bool m_bVersion = false;               ///< only the version was asked for
 };
 
 namespace CompareOptions
@@ -75,9 +73,6 @@ QString read(const QStringList& lstArguments, SCompareOptions& options);
 
 /// The arguments that decide what files of a study show, whatever the study.
 QStringList contentArguments(const SCompareOptions& options);
-
-/// A text for one line of the terminal: line breaks and other control characters become '?'.
-QString oneLine(QString strText);
 
 /// Takes the look of another picture.
 /// @param lstLook arguments as in SCompareOptions::m_lstLook, from a file that anyone may have changed

@@ -20,9 +20,6 @@
 
 namespace
 {
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
 constexpr int kSignalBase = 128; ///< what a shell adds to the number of the signal that ended a program
 
 /// Jobs of batch systems often run without a locale, where names of files are ASCII alone. Takes UTF-8 then, as most file names are.
@@ -35,16 +32,6 @@ void leaveAscii()
     }
 }
 
-/// Tells the reasons, one line each. Returns the exit code.
-int tell(const QStringList& lstReasons)
-{
-    for (const QString& strReason : lstReasons)
-    {
-        std::fprintf(stderr, "ormcompare: %s\n", qPrintable(CompareOptions::oneLine(strReason)));
-    }
-    return lstReasons.isEmpty() ? kDone : kFailed;
-}
-
 /// Compares every study below a folder.
 int runBatch(const SCompareOptions& options, int argc, char* argv[])
 {
@@ -52,7 +39,7 @@ int runBatch(const SCompareOptions& options, int argc, char* argv[])
     CBatchRun batch(options);
     const CStopSignals stopSignals([&batch](int) { QMetaObject::invokeMethod(&batch, &CBatchRun::stop, Qt::QueuedConnection); });
     batch.run();
-    return tell(batch.reasons());
+    return CommandLine::tell(batch.reasons());
 }
 
 /// Opens the window and does what the options ask for. @return the reasons why something was not done
@@ -100,7 +87,7 @@ int runStudy(const SCompareOptions& options, CVirtualDisplay& display, int argc,
     const QString strWrong = folder.begin();
     if (!strWrong.isEmpty())
     {
-        return tell({strWrong});
+        return CommandLine::tell({strWrong});
     }
     const QString strFingerprint = StudyFiles::fingerprint(options.m_lstFolders, CompareOptions::contentArguments(options));
     QStringList lstReasons = runWindow(withUsualFiles(options, folder), std::nullopt, display, argc, argv);
@@ -109,7 +96,7 @@ int runStudy(const SCompareOptions& options, CVirtualDisplay& display, int argc,
     {
         lstReasons.append(strNotKept);
     }
-    return tell(lstReasons);
+    return CommandLine::tell(lstReasons);
 }
 } // namespace
 
@@ -121,27 +108,15 @@ int main(int argc, char* argv[])
     {
         lstArguments.append(QString::fromLocal8Bit(argv[nArgument]));
     }
-    QCoreApplication::setApplicationName(QStringLiteral("ormcompare"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORM_VERSION));
+    CommandLine::introduce(QStringLiteral("ormcompare"));
 
     // Usage is looked at before a display is needed.
     SCompareOptions options;
     QString strWrong = CompareOptions::read(lstArguments, options);
-    if (!strWrong.isEmpty())
+    const auto pForHelp = options.m_bHelp ? std::make_unique<QCoreApplication>(argc, argv) : nullptr;
+    if (const std::optional<int> nExit = CommandLine::answer(strWrong, options, CompareOptions::help))
     {
-        std::fprintf(stderr, "ormcompare: %s\nTry ormcompare --help.\n", qPrintable(strWrong));
-        return kWrongUsage;
-    }
-    if (options.m_bHelp)
-    {
-        const QCoreApplication application(argc, argv); // the text begins with the program's name, which only it knows
-        std::printf("%s", qPrintable(CompareOptions::help()));
-        return kDone;
-    }
-    if (options.m_bVersion)
-    {
-        std::printf("ormcompare %s\n", ORM_VERSION);
-        return kDone;
+        return *nExit;
     }
     if (!options.m_strRoot.isEmpty())
     {
@@ -161,14 +136,15 @@ int main(int argc, char* argv[])
         }
         if (!strWrong.isEmpty())
         {
-            return tell({strWrong});
+            return CommandLine::tell({strWrong});
         }
     }
     CVirtualDisplay display;
     strWrong = CVirtualDisplay::isNeeded() ? display.start() : QString();
     if (!strWrong.isEmpty())
     {
-        return tell({strWrong});
+        return CommandLine::tell({strWrong});
     }
-    return options.m_strOutFolder.isEmpty() ? tell(runWindow(options, like, display, argc, argv)) : runStudy(options, display, argc, argv);
+    return options.m_strOutFolder.isEmpty() ? CommandLine::tell(runWindow(options, like, display, argc, argv))
+                                            : runStudy(options, display, argc, argv);
 }

@@ -1,8 +1,6 @@
 #include "ExportOptions.h"
 
-#include "ResultPattern.h"
-
-#include <QCommandLineParser>
+#include <algorithm>
 
 namespace
 {
@@ -21,10 +19,9 @@ void setUp(QCommandLineParser& parser)
         "1 and one line per reason if not, with 2 for wrong usage."));
     parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folders in which sequences are searched."),
                                  QStringLiteral("FOLDER..."));
+    CommandLine::addHelpAndVersion(parser);
     parser.addOptions(
-        {{{"h", "help"}, "Displays this help."},
-         {"version", "Displays the version."},
-         {"load",
+        {{"load",
           "Write the result whose \"KIND SEQUENCE/NAME\" matches; *, ? and [...] are wildcards. May be given again. Without it: all "
           "results.",
           "PATTERN"},
@@ -43,26 +40,11 @@ bool endsWithOneOf(const QString& strFile, const QStringList& lstEnds)
     return strFile.isEmpty() || std::any_of(lstEnds.begin(), lstEnds.end(),
                                             [&](const QString& strEnd) { return strFile.endsWith(strEnd, Qt::CaseInsensitive); });
 }
-} // namespace
 
-QString ExportOptions::read(const QStringList& lstArguments, SExportOptions& options)
+QString readAll(const QCommandLineParser& parser, SExportOptions& options)
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    if (!parser.parse(lstArguments))
-    {
-        return parser.errorText();
-    }
-    options.m_bHelp = parser.isSet(QStringLiteral("help"));
-    options.m_bVersion = parser.isSet(QStringLiteral("version"));
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        return {};
-    }
-    options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
     options.m_bAsStored = parser.isSet(QStringLiteral("as-stored"));
     options.m_lstFolders = parser.positionalArguments();
-    options.m_lstPatterns = parser.values(QStringLiteral("load"));
     options.m_strSurface = parser.value(QStringLiteral("surface"));
     options.m_strVolume = parser.value(QStringLiteral("volume"));
     options.m_strVoxels = parser.value(QStringLiteral("voxels"));
@@ -71,12 +53,10 @@ QString ExportOptions::read(const QStringList& lstArguments, SExportOptions& opt
     {
         return QStringLiteral("At least one folder is needed.");
     }
-    for (const QString& strPattern : qAsConst(options.m_lstPatterns))
+    const QString strNoPattern = CommandLine::readPatterns(parser, options.m_lstPatterns);
+    if (!strNoPattern.isEmpty())
     {
-        if (!ResultPattern::expression(strPattern).isValid())
-        {
-            return QStringLiteral("--load %1 is no pattern.").arg(strPattern);
-        }
+        return strNoPattern;
     }
     if (!endsWithOneOf(options.m_strSurface, {QStringLiteral(".vtp"), QStringLiteral(".ply")}))
     {
@@ -92,10 +72,14 @@ QString ExportOptions::read(const QStringList& lstArguments, SExportOptions& opt
     }
     return {};
 }
+} // namespace
+
+QString ExportOptions::read(const QStringList& lstArguments, SExportOptions& options)
+{
+    return CommandLine::read<SExportOptions>(lstArguments, setUp, {readAll}, options);
+}
 
 QString ExportOptions::help()
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    return parser.helpText();
+    return CommandLine::help(setUp);
 }

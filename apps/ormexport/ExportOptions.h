@@ -1,14 +1,13 @@
 #pragma once
 
+#include "CommandLine.h"
+
 #include <QString>
 #include <QStringList>
 
 /// What was asked for on the command line.
-struct SExportOptions
+struct SExportOptions : SUsualOptions
 {
-    bool m_bHelp = false;
-    bool m_bVersion = false;
-    bool m_bQuiet = false;
     QStringList m_lstFolders;  ///< in which sequences are searched
     QStringList m_lstPatterns; ///< of "KIND SEQUENCE/NAME"; empty: all results
     QString m_strSurface;      ///< file; empty: none

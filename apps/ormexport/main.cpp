@@ -15,10 +15,6 @@
 
 namespace
 {
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
 /// A file that is ready to be written.
 struct SReadyFile
 {
@@ -208,26 +204,11 @@ QStringList exportAll(const SExportOptions& options)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("ormexport"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORM_VERSION));
+    CommandLine::introduce(QStringLiteral("ormexport"));
     std::setlocale(LC_NUMERIC, "C");
 
     SExportOptions options;
     const QString strWrong = ExportOptions::read(QCoreApplication::arguments(), options);
-    if (!strWrong.isEmpty())
-    {
-        std::fprintf(stderr, "ormexport: %s\nTry ormexport --help.\n", qPrintable(strWrong));
-        return kWrongUsage;
-    }
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        std::printf("%s", options.m_bHelp ? qPrintable(ExportOptions::help()) : "ormexport " ORM_VERSION "\n");
-        return kDone;
-    }
-    const QStringList lstReasons = exportAll(options);
-    for (const QString& strReason : lstReasons)
-    {
-        std::fprintf(stderr, "ormexport: %s\n", qPrintable(strReason));
-    }
-    return lstReasons.isEmpty() ? kDone : kFailed;
+    const std::optional<int> nExit = CommandLine::answer(strWrong, options, ExportOptions::help);
+    return nExit ? *nExit : CommandLine::tell(exportAll(options));
 }

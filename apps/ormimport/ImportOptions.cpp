@@ -6,8 +6,10 @@
 #include "SurfaceReaders.h"
 #include "VolumeReaders.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <array>
 
 namespace
 {
@@ -31,10 +33,9 @@ void setUp(QCommandLineParser& parser)
         "Surface and volume must share their coordinates. A file holds up to 1 GiB.\n"
         "\n"
         "Ends with 0 if the result was written, with 1 and the reason if nothing was, with 2 for wrong usage."));
+    CommandLine::addHelpAndVersion(parser);
     parser.addOptions(
-        {{{"h", "help"}, "Displays this help."},
-         {"version", "Displays the version."},
-         {"surface", "Surface (.ply, .stl, .obj).", "FILE"},
+        {{"surface", "Surface (.ply, .stl, .obj).", "FILE"},
          {"volume", "Source volume (.nii, .nii.gz, .hdr, .mha, .mhd, .nrrd, .nhdr).", "FILE"},
          {"kind", "SOLA (luminescent) or NOVA (fluorescent).", "KIND"},
          {"subject", "Name of the subject.", "NAME"},
@@ -207,23 +208,9 @@ QString readGeometry(const QCommandLineParser& parser, SImportOptions& options)
     }
     return {};
 }
-} // namespace
 
-QString ImportOptions::read(const QStringList& lstArguments, SImportOptions& options)
+QString readFiles(const QCommandLineParser& parser, SImportOptions& options)
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    if (!parser.parse(lstArguments))
-    {
-        return parser.errorText();
-    }
-    options.m_bHelp = parser.isSet(QStringLiteral("help"));
-    options.m_bVersion = parser.isSet(QStringLiteral("version"));
-    options.m_bQuiet = parser.isSet(QStringLiteral("quiet"));
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        return {};
-    }
     if (!parser.positionalArguments().isEmpty())
     {
         return QStringLiteral("\"%1\" belongs to no option.").arg(parser.positionalArguments().constFirst());
@@ -251,20 +238,16 @@ QString ImportOptions::read(const QStringList& lstArguments, SImportOptions& opt
     {
         return QStringLiteral("--kind takes SOLA or NOVA.");
     }
-    for (QString (*const fnRead)(const QCommandLineParser&, SImportOptions&) : {readNames, readUnit, readGeometry})
-    {
-        const QString strProblem = fnRead(parser, options);
-        if (!strProblem.isEmpty())
-        {
-            return strProblem;
-        }
-    }
     return {};
+}
+} // namespace
+
+QString ImportOptions::read(const QStringList& lstArguments, SImportOptions& options)
+{
+    return CommandLine::read<SImportOptions>(lstArguments, setUp, {readFiles, readNames, readUnit, readGeometry}, options);
 }
 
 QString ImportOptions::help()
 {
-    QCommandLineParser parser;
-    setUp(parser);
-    return parser.helpText();
+    return CommandLine::help(setUp);
 }

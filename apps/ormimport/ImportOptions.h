@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CommandLine.h"
 #include "SOpenVolume.h"
 
 #include <QDate>
@@ -7,11 +8,8 @@
 #include <QStringList>
 
 /// What was asked for on the command line.
-struct SImportOptions
+struct SImportOptions : SUsualOptions
 {
-    bool m_bHelp = false;
-    bool m_bVersion = false;
-    bool m_bQuiet = false;
     QString m_strSurface; ///< file
     QString m_strVolume;  ///< file
     bool m_bNova = false; ///< kind

@@ -18,9 +18,6 @@
 
 namespace
 {
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
 constexpr int kLockMilliseconds = 60000; ///< how long another import into the same study is waited for
 
 /// Puts the file's name before what is wrong with it.
@@ -163,21 +160,14 @@ QString import(const SImportOptions& options)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("ormimport"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORM_VERSION));
+    CommandLine::introduce(QStringLiteral("ormimport"));
     std::setlocale(LC_NUMERIC, "C");
 
     SImportOptions options;
     QString strProblem = ImportOptions::read(QCoreApplication::arguments(), options);
-    if (!strProblem.isEmpty())
+    if (const std::optional<int> nExit = CommandLine::answer(strProblem, options, ImportOptions::help))
     {
-        std::fprintf(stderr, "ormimport: %s\nTry ormimport --help.\n", qPrintable(strProblem));
-        return kWrongUsage;
-    }
-    if (options.m_bHelp || options.m_bVersion)
-    {
-        std::printf("%s", options.m_bHelp ? qPrintable(ImportOptions::help()) : "ormimport " ORM_VERSION "\n");
-        return kDone;
+        return *nExit;
     }
     try
     {
@@ -187,10 +177,5 @@ int main(int argc, char* argv[])
     {
         strProblem = QStringLiteral("%1 and %2: there is not enough memory for them").arg(options.m_strSurface, options.m_strVolume);
     }
-    if (!strProblem.isEmpty())
-    {
-        std::fprintf(stderr, "ormimport: %s.\n", qPrintable(strProblem));
-        return kFailed;
-    }
-    return kDone;
+    return CommandLine::tell(strProblem.isEmpty() ? QStringList() : QStringList(strProblem + QLatin1Char('.')));
 }

@@ -1,16 +1,12 @@
+#include "CommandLine.h"
 #include "PhantomStudy.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
 #include <cstdio>
 
 namespace
 {
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
 /// Largest figures that make sense for a phantom; beyond them a slip of the keyboard is the likelier reason.
 constexpr int kMaxTimePoints = 500;
 constexpr int kMinVertices = 14;
@@ -26,19 +22,19 @@ QString readOptions(const QCommandLineParser& parser, SPhantomOptions& options)
         return QStringLiteral("One folder is needed for the study.");
     }
     options.m_strFolder = parser.positionalArguments().constFirst();
-    bool bTimePoints = false;
-    bool bVertices = false;
+    const std::optional<int> nTimePoints = CommandLine::wholeNumber(parser, QStringLiteral("timepoints"), 1, kMaxTimePoints);
+    const std::optional<int> nVertices = CommandLine::wholeNumber(parser, QStringLiteral("vertices"), kMinVertices, kMaxVertices);
     bool bVoxelSize = false;
     bool bSeed = false;
-    options.m_nTimePoints = parser.value(QStringLiteral("timepoints")).toInt(&bTimePoints);
-    options.m_nVertices = parser.value(QStringLiteral("vertices")).toInt(&bVertices);
+    options.m_nTimePoints = nTimePoints.value_or(0);
+    options.m_nVertices = nVertices.value_or(0);
     options.m_fVoxelSize = parser.value(QStringLiteral("voxel-size")).toDouble(&bVoxelSize);
     options.m_nSeed = parser.value(QStringLiteral("seed")).toUInt(&bSeed);
     options.m_strFormat = parser.value(QStringLiteral("format"));
     const QString strKind = parser.value(QStringLiteral("kind"));
     options.m_bSola = strKind == QLatin1String("SOLA") || strKind == QLatin1String("both");
     options.m_bNova = strKind == QLatin1String("NOVA") || strKind == QLatin1String("both");
-    if (!bTimePoints || options.m_nTimePoints < 1 || options.m_nTimePoints > kMaxTimePoints)
+    if (!nTimePoints)
     {
         return QStringLiteral("--timepoints takes a whole number from 1 to %1.").arg(kMaxTimePoints);
     }
@@ -46,7 +42,7 @@ QString readOptions(const QCommandLineParser& parser, SPhantomOptions& options)
     {
         return QStringLiteral("--kind takes SOLA, NOVA or both.");
     }
-    if (!bVertices || options.m_nVertices < kMinVertices || options.m_nVertices > kMaxVertices)
+    if (!nVertices)
     {
         return QStringLiteral("--vertices takes a whole number from %1 to %2.").arg(kMinVertices).arg(kMaxVertices);
     }
@@ -69,8 +65,7 @@ QString readOptions(const QCommandLineParser& parser, SPhantomOptions& options)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("ormphantom"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORM_VERSION));
+    CommandLine::introduce(QStringLiteral("ormphantom"));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -86,12 +81,12 @@ int main(int argc, char* argv[])
                        {"seed", "The same seed makes the same study (1).", "N", "1"}});
     if (!parser.parse(QCoreApplication::arguments()))
     {
-        std::fprintf(stderr, "ormphantom: %s\n", qPrintable(parser.errorText()));
-        return kWrongUsage;
+        CommandLine::tell({parser.errorText()});
+        return CommandLine::kWrongUsage;
     }
     if (parser.isSet(helpOption))
     {
-        parser.showHelp(kDone);
+        parser.showHelp(CommandLine::kDone);
     }
     if (parser.isSet(versionOption))
     {
@@ -102,14 +97,13 @@ int main(int argc, char* argv[])
     QString strError = readOptions(parser, options);
     if (!strError.isEmpty())
     {
-        std::fprintf(stderr, "ormphantom: %s\n", qPrintable(strError));
-        return kWrongUsage;
+        CommandLine::tell({strError});
+        return CommandLine::kWrongUsage;
     }
     if (!CPhantomStudy(options).write(strError))
     {
-        std::fprintf(stderr, "ormphantom: %s\n", qPrintable(strError));
-        return kFailed;
+        return CommandLine::tell({strError});
     }
     std::printf("%s: %d time points\n", qPrintable(options.m_strFolder), options.m_nTimePoints);
-    return kDone;
+    return CommandLine::kDone;
 }

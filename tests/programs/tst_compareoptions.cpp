@@ -215,7 +215,7 @@ void tst_CompareOptions::studiesAreRead()
     QCOMPARE(options.m_strRoot, QString("r"));
     QCOMPARE(options.m_strOutFolder, QString("o"));
     QCOMPARE(options.m_nJobs, 3);
-    QCOMPARE(CompareOptions::oneLine(QString("a\nb\r\x1b[31mc") + QChar(0x85) + QString::fromUtf8("ü")), QString::fromUtf8("a?b??[31mc?ü"));
+    QCOMPARE(CommandLine::oneLine(QString("a\nb\r\x1b[31mc") + QChar(0x85) + QString::fromUtf8("ü")), QString::fromUtf8("a?b??[31mc?ü"));
 }
 
 void tst_CompareOptions::defaultsHold()
