@@ -106,16 +106,6 @@ qint64 SPlyElement::leastBytes() const
     return nBytes;
 }
 
-bool SPlyElement::hasLists() const
-{
-    for (const SPlyProperty& property : m_vecProperties)
-    {
-        if (property.m_bList)
-            return true;
-    }
-    return false;
-}
-
 QString SPlyHeader::read(const QByteArray& baContent)
 {
     CTextLines lines(std::string_view(baContent.constData(), static_cast<std::size_t>(qMin<qint64>(baContent.size(), nMostBytes))));

@@ -27,7 +27,6 @@ struct SPlyElement
     int find(const QString& strProperty) const;
     /// Bytes that each element takes in a binary file at least: all of them where it has no lists.
     qint64 leastBytes() const;
-    bool hasLists() const;
 };
 
 /// What the header of a PLY file says.

@@ -85,7 +85,7 @@ inline double toDouble(const char* pBytes, EScalar eType, bool bBigEndian)
     return 0.0;
 }
 
-/// A whole number of an integer type; one above the largest qint64 becomes -1, as an index that nothing has.
+/// A whole number of an integer type of at most 32 bits; of any other type -1, as an index that nothing has.
 inline qint64 toInteger(const char* pBytes, EScalar eType, bool bBigEndian)
 {
     switch (eType)
@@ -102,8 +102,6 @@ inline qint64 toInteger(const char* pBytes, EScalar eType, bool bBigEndian)
         return read<qint32>(pBytes, bBigEndian);
     case EScalar::UInt32:
         return read<quint32>(pBytes, bBigEndian);
-    case EScalar::Int64:
-        return read<qint64>(pBytes, bBigEndian);
     default:
         return -1;
     }

@@ -48,6 +48,17 @@ QByteArray binaryPly(bool bBig)
     return ba;
 }
 
+/// A text again and again, each time with another number in place of its '#'.
+QByteArray numbered(const QByteArray& baText, int nTimes)
+{
+    QByteArray baAll;
+    for (int n = 0; n < nTimes; ++n)
+    {
+        baAll += QByteArray(baText).replace('#', QByteArray::number(n));
+    }
+    return baAll;
+}
+
 QByteArray asciiStl()
 {
     QByteArray ba = "solid made by hand\n";
@@ -118,6 +129,8 @@ private slots:
     void mapsAreThePropertiesThatAreLeft();
     void plyValuesOfEveryType_data();
     void plyValuesOfEveryType();
+    void plyCornersOfEveryType_data();
+    void plyCornersOfEveryType();
     void polygonsBecomeFans();
     void cornersAreWelded();
     void damagedFilesAreRefused_data();
@@ -216,6 +229,48 @@ void tst_surfaceformats::plyValuesOfEveryType()
     QCOMPARE(static_cast<double>(surface.m_vecMaps.at(0).m_vecValues.at(0)), fValue);
 }
 
+void tst_surfaceformats::plyCornersOfEveryType_data()
+{
+    QTest::addColumn<QByteArray>("baType");
+    QTest::addColumn<int>("nBytes");
+    QTest::newRow("char") << QByteArray("char") << 1;
+    QTest::newRow("uchar") << QByteArray("uchar") << 1;
+    QTest::newRow("short") << QByteArray("short") << 2;
+    QTest::newRow("ushort") << QByteArray("ushort") << 2;
+    QTest::newRow("int") << QByteArray("int") << 4;
+    QTest::newRow("uint") << QByteArray("uint") << 4;
+}
+
+/// Lengths and corners of the faces, in either byte order.
+void tst_surfaceformats::plyCornersOfEveryType()
+{
+    QFETCH(QByteArray, baType);
+    QFETCH(int, nBytes);
+    for (const bool bBig : {false, true})
+    {
+        const auto whole = [&](quint32 nValue)
+        {
+            const QByteArray baFour = of<quint32>(nValue, bBig);
+            return bBig ? baFour.right(nBytes) : baFour.left(nBytes);
+        };
+        QByteArray ba =
+            QByteArray("ply\nformat binary_") + (bBig ? "big" : "little") +
+            "_endian 1.0\nelement vertex 4\nproperty float x\nproperty float y\nproperty float z\nelement face 4\nproperty list " + baType +
+            " " + baType + " vertex_indices\nend_header\n";
+        for (const float fPlace : s_vecVertices)
+        {
+            ba += of(fPlace, bBig);
+        }
+        for (std::size_t n = 0; n < 12; ++n)
+        {
+            ba += (n % 3 == 0 ? whole(3) : QByteArray()) + whole(s_vecTriangles[n]);
+        }
+        SOpenSurface surface;
+        QCOMPARE(SurfaceReaders::readPly(ba, surface), QString());
+        QVERIFY(surface.m_vecTriangles == s_vecTriangles);
+    }
+}
+
 void tst_surfaceformats::polygonsBecomeFans()
 {
     SOpenSurface surface;
@@ -266,6 +321,17 @@ void tst_surfaceformats::damagedFilesAreRefused_data()
     QTest::newRow("element twice") << "a.ply" << ply("element face", "element vertex") << "line 11: the element \"vertex\" occurs twice";
     QTest::newRow("list of fractions") << "a.ply" << ply("list uchar int", "list float int")
                                        << "line 12: \"float\" is no type for the length of a list";
+    QTest::newRow("too many properties") << "a.ply" << ply("property double d580\n", numbered("property int more#\n", 1024))
+                                         << "line 1029: more than 1024 properties";
+    QTest::newRow("too many elements") << "a.ply" << ply("element face", numbered("element more# 0\n", 64) + "element face")
+                                       << "line 74: more than 64 elements";
+    QTest::newRow("corners that are fractions")
+        << "a.ply" << ply("list uchar int", "list uchar float") << "line 18: face 0 has no number for \"vertex_indices\"";
+    QTest::newRow("elements that are passed over are too few")
+        << "a.ply"
+        << QByteArray("ply\nformat ascii 1.0\nelement edge 3\nproperty int a\nelement vertex 1\nproperty float x\nproperty float y\n"
+                      "property float z\nelement face 1\nproperty list uchar int vertex_index\nend_header\n100000\n200000\n")
+        << "line 13: the file ends before edge 2 of 3";
     QTest::newRow("no z") << "a.ply" << ply("float z", "float w") << "line 13: the vertices have no property \"z\"";
     QTest::newRow("no faces") << "a.ply" << ply("element face", "element edge") << "line 13: the header has no element \"face\"";
     QTest::newRow("no corners") << "a.ply" << ply("vertex_indices", "edges") << "line 17: the faces have no list \"vertex_indices\"";

@@ -179,6 +179,8 @@ void tst_volumeformats::numbersInAFileOfTheirOwn_data()
     QTest::newRow("MetaImage") << "a.mhd" << metaHeader("", "a.raw") << "a.raw" << baNumbers;
     QTest::newRow("MetaImage, with a head") << "a.mhd" << metaHeader("HeaderSize = 7\n", "b c.raw") << "b c.raw"
                                             << "1234567" + baNumbers;
+    QTest::newRow("MetaImage, empty lines") << "a.mhd"
+                                            << "\n" + metaHeader("  \n", "a.raw") << "a.raw" << baNumbers;
     QTest::newRow("MetaImage, at the end") << "a.mhd" << metaHeader("HeaderSize = -1\n", "a.raw") << "a.raw"
                                            << "12345" + baNumbers;
     QTest::newRow("MetaImage, packed") << "a.mhd" << metaHeader("CompressedData = True\n", "a.zraw") << "a.zraw"
@@ -365,6 +367,9 @@ void tst_volumeformats::damagedFilesAreRefused_data()
     row("MetaImage, nothing", "a.mha", QByteArray(), "line 0: the header has no \"ElementDataFile\"");
     row("MetaImage, no key", "a.mha", QByteArray("anything\n"), "line 1: \"anything\" is no \"key = value\"");
     row("MetaImage, plane", "a.mha", metaHeader("", "LOCAL").replace("NDims = 3", "NDims = 2"), "line 1: \"NDims\" is not 3");
+    row("MetaImage, no image", "a.mha", metaHeader("ObjectType = Tube\n", "LOCAL") + baNumbers, "line 1: \"ObjectType\" is not Image");
+    row("MetaImage, head no number", "a.mha", metaHeader("HeaderSize = few\n", "LOCAL") + baNumbers,
+        "line 4: \"few\" is no number of bytes");
     row("MetaImage, colours", "a.mha", metaHeader("ElementNumberOfChannels = 3\n", "LOCAL") + baNumbers,
         "line 1: \"ElementNumberOfChannels\" is not 1");
     row("MetaImage, text", "a.mha", metaHeader("", "LOCAL").replace("True", "False"), "line 1: numbers as text are not read");
@@ -414,6 +419,17 @@ void tst_volumeformats::damagedFilesAreRefused_data()
         "line 8: the file has fewer lines");
     row("NRRD, bytes below -1", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nbyte skip: -2\n") + baNumbers,
         "line 8: this is no number of bytes that can be passed over");
+    row("NRRD, units without marks", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspace units: mm mm mm\n"),
+        "line 8: three units in quotation marks are needed");
+    row("NRRD, two spacings", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspacings: 1 1\n"), "line 8: three numbers are needed");
+    row("NRRD, four spacings", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspacings: 1 1 1 1\n"),
+        "line 8: three numbers are needed");
+    row("NRRD, origin of two", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspace origin: (1,2)\n"),
+        "line 8: a vector of three numbers is needed");
+    row("NRRD, lines below 0", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nline skip: -1\n") + baNumbers,
+        "line 8: this is no number of lines");
+    row("NRRD, bytes behind the end", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nbyte skip: 1000\n") + baNumbers,
+        "line 8: the numbers would begin outside the file");
     row("NRRD, many files", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\ndata file: a%03d.raw 1 9 1\n"),
         "line 8: numbers in several files are not read");
     row("another format", "a.dcm", baNumbers, "name: the extension is none of .nii, .nii.gz, .hdr, .mha, .mhd, .nrrd and .nhdr");
