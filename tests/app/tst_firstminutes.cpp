@@ -17,11 +17,14 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
 #include <QUrl>
+
+#include <atomic>
 
 /// What a new user meets: the empty window, the first study, and the way from a sequence to the tool.
 class TestFirstMinutes : public CMainWindowTest
@@ -37,6 +40,7 @@ private slots:
     void recentStudyIsOpenedByClickAndKey_data();
     void recentStudyIsOpenedByClickAndKey();
     void vanishedStudiesAreNotShown();
+    void studyThatDoesNotAnswerHoldsNothingUp();
     void folderWithoutSequencesIsNoStudy();
     void listOfRecentStudiesIsCleared();
     void noMoreThanTenStudiesAreRemembered();
@@ -112,7 +116,7 @@ void TestFirstMinutes::recentStudiesAreListed()
     QVERIFY(!recent()->item(0)->toolTip().isEmpty());
     // The next window knows them, too.
     const COrmMainWindow objNext;
-    QCOMPARE(TestWidgets::get<COrmRecentList>(&objNext, "recentStudies")->count(), 2);
+    QTRY_COMPARE(TestWidgets::get<COrmRecentList>(&objNext, "recentStudies")->count(), 2);
 }
 
 void TestFirstMinutes::recentStudyIsOpenedByClickAndKey_data()
@@ -148,16 +152,67 @@ void TestFirstMinutes::vanishedStudiesAreNotShown()
     waitUntilOpened();
     const QString strGone = pGone->folder();
     pGone.reset();
-    emit menu("menuRecent")->aboutToShow();
-    QCOMPARE(entries(menu("menuRecent")), (QStringList{m_pStudy->folder(), "-", "&Clear List"}));
+    // The next look into the menus finds it gone.
+    const auto recentEntries = [this]
+    {
+        for (const QAction* pMenu : m_pWindow->menuBar()->actions())
+            emit pMenu->menu()->aboutToShow();
+        emit menu("menuRecent")->aboutToShow();
+        return entries(menu("menuRecent"));
+    };
+    QTRY_COMPARE(recentEntries(), (QStringList{m_pStudy->folder(), "-", "&Clear List"}));
+    QTRY_COMPARE(recentFolders(), QStringList{m_pStudy->folder()});
     const COrmMainWindow objNext;
-    QCOMPARE(TestWidgets::get<COrmRecentList>(&objNext, "recentStudies")->count(), 1);
+    QTRY_COMPARE(TestWidgets::get<COrmRecentList>(&objNext, "recentStudies")->count(), 1);
     QVERIFY(m_pHost->boxes().isEmpty());
     // It comes back with its disk.
     QVERIFY(QDir().mkpath(strGone));
-    emit menu("menuRecent")->aboutToShow();
-    QCOMPARE(entries(menu("menuRecent")).first(), strGone);
+    QTRY_COMPARE(recentEntries().first(), strGone);
     QVERIFY(QDir().rmdir(strGone));
+}
+
+void TestFirstMinutes::studyThatDoesNotAnswerHoldsNothingUp()
+{
+    CStudyWriter objDead;
+    objDead.addSequence(QStringLiteral("B"));
+    openStudy({"A"});
+    m_pWindow->openPaths({objDead.folder()}, true);
+    waitUntilOpened();
+    // What the threads share with the test may be looked at after its end.
+    struct SServer
+    {
+        QSemaphore m_objAnswer;
+        std::atomic<int> m_nAsked{0};
+    };
+    const auto pServer = std::make_shared<SServer>();
+    const auto exists = [pServer, strDead = objDead.folder()](const QString& strFolder)
+    {
+        if (strFolder != strDead)
+            return true;
+        ++pServer->m_nAsked;
+        pServer->m_objAnswer.acquire();
+        return true;
+    };
+    {
+        COrmMainWindow objNext(nullptr, exists);
+        objNext.show();
+        const auto* pRecent = TestWidgets::get<COrmRecentList>(&objNext, "recentStudies");
+        QTRY_COMPARE(pRecent->count(), 1);
+        QTRY_COMPARE(pServer->m_nAsked.load(), 1);
+        QCOMPARE(pRecent->item(0)->data(Qt::UserRole).toString(), m_pStudy->folder());
+        // The window goes on working, and nobody waits a second time.
+        for (const QAction* pMenu : objNext.menuBar()->actions())
+            emit pMenu->menu()->aboutToShow();
+        objNext.openPaths({m_pStudy->folder()}, false);
+        QTRY_VERIFY(!TestWidgets::get<QToolButton>(&objNext, "stopSearch")->isVisible());
+        QCOMPARE(pServer->m_nAsked.load(), 1);
+        pServer->m_objAnswer.release();
+        QTRY_COMPARE(pRecent->count(), 2);
+        for (const QAction* pMenu : objNext.menuBar()->actions())
+            emit pMenu->menu()->aboutToShow();
+        QTRY_COMPARE(pServer->m_nAsked.load(), 2);
+    }
+    pServer->m_objAnswer.release(); // after the window
 }
 
 void TestFirstMinutes::folderWithoutSequencesIsNoStudy()
@@ -192,7 +247,7 @@ void TestFirstMinutes::noMoreThanTenStudiesAreRemembered()
     }
     const COrmMainWindow objNext;
     const auto* pList = TestWidgets::get<COrmRecentList>(&objNext, "recentStudies");
-    QCOMPARE(pList->count(), 10);
+    QTRY_COMPARE(pList->count(), 10);
     QCOMPARE(pList->item(0)->data(Qt::UserRole).toString(), lstFolders.at(0));
     QCOMPARE(pList->item(9)->data(Qt::UserRole).toString(), lstFolders.at(9));
 }

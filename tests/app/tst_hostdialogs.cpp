@@ -12,8 +12,11 @@
 #include <QClipboard>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDir>
 #include <QDockWidget>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,10 +24,12 @@
 #include <QOpenGLWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTreeView>
 #include <algorithm>
 #include <cmath>
@@ -52,6 +57,8 @@ private slots:
     void textIsReadableInEveryTheme_data();
     void textIsReadableInEveryTheme();
     void iconsFollowTheTheme();
+    void iconsAreOfOneFamily();
+    void oneMenuDoesNotMixFamilies();
     void shortcutsAreListedFilteredAndCopied();
     void noKeyMeansTwoThings();
     void noLetterOfAMenuMeansTwoThings();
@@ -369,7 +376,63 @@ void TestHostDialogs::iconsFollowTheTheme()
             QVERIFY(objIcon.pixmap(32, QIcon::Disabled).toImage() != objIcon.pixmap(32, QIcon::Normal).toImage());
         }
     }
-    QVERIFY(OrmIcons::icon(QStringLiteral("no such drawing")).isNull());
+    QVERIFY(OrmIcons::drawing(QStringLiteral("no such drawing")).isNull());
+}
+
+void TestHostDialogs::iconsAreOfOneFamily()
+{
+    OrmIcons::init();
+    const QStringList lstFiles = QDir(QStringLiteral(":/icons")).entryList();
+    QVERIFY(lstFiles.size() >= 20);
+    const QRegularExpression reColour(QStringLiteral("#[0-9a-fA-F]+"));
+    for (const QString& strFile : lstFiles)
+    {
+        QFile objFile(QStringLiteral(":/icons/") + strFile);
+        QVERIFY(objFile.open(QIODevice::ReadOnly));
+        const QString strDrawing = QString::fromUtf8(objFile.readAll());
+        QVERIFY2(strDrawing.startsWith(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"24\" height=\"24\" "
+                                                      "viewBox=\"0 0 24 24\" fill=\"none\" stroke-width=\"1.7\" stroke-linecap=\"round\" "
+                                                      "stroke-linejoin=\"round\">")),
+                 qPrintable(strFile));
+        for (auto it = reColour.globalMatch(strDrawing); it.hasNext();)
+        {
+            const QString strColour = it.next().captured();
+            QVERIFY2(QStringList({"#202020", "#3f7d14", "#b8480c"}).contains(strColour), qPrintable(strFile + strColour));
+        }
+        for (const int nEdge : {16, 20, 24, 30, 32, 48})
+            QCOMPARE(OrmIcons::drawing(QFileInfo(strFile).completeBaseName()).pixmap(nEdge).size(), QSize(nEdge, nEdge));
+    }
+}
+
+void TestHostDialogs::oneMenuDoesNotMixFamilies()
+{
+    // A theme of the desktop that has one picture only.
+    const QTemporaryDir objThemes;
+    CStudyWriter::writeFile(objThemes.filePath(QStringLiteral("sparse/index.theme")),
+                            "[Icon Theme]\nName=Sparse\nComment=-\nDirectories=16\n\n[16]\nSize=16\nType=Fixed\n");
+    QImage imgPicture(16, 16, QImage::Format_ARGB32);
+    imgPicture.fill(Qt::magenta);
+    QVERIFY(QDir(objThemes.filePath(QStringLiteral("sparse"))).mkdir(QStringLiteral("16")));
+    QVERIFY(imgPicture.save(objThemes.filePath(QStringLiteral("sparse/16/document-open.png"))));
+    const QStringList lstPaths = QIcon::themeSearchPaths();
+    const QString strTheme = QIcon::themeName();
+    QIcon::setThemeSearchPaths({objThemes.path()});
+    QIcon::setThemeName(QStringLiteral("sparse"));
+    OrmIcons::setThemeFirst(true);
+    const auto picture = [](const QIcon& objIcon) { return objIcon.pixmap(16).toImage().convertToFormat(QImage::Format_ARGB32); };
+    const QImage imgDrawn = picture(OrmIcons::drawing(QStringLiteral("open")));
+    const QImage imgAlone = picture(OrmIcons::family({"open"}).first());
+    const QImage imgBesideCopy = picture(OrmIcons::family({"open", "copy"}).first());
+    const QImage imgBesideOverlay = picture(OrmIcons::family({"overlay", "open"}).last());
+    OrmIcons::setThemeFirst(false);
+    const QImage imgOwnColours = picture(OrmIcons::family({"open"}).first());
+    QIcon::setThemeSearchPaths(lstPaths);
+    QIcon::setThemeName(strTheme);
+    OrmIcons::setThemeFirst(OrmTheme::current() == OrmTheme::eSystem);
+    QCOMPARE(imgAlone, imgPicture);
+    QCOMPARE(imgBesideCopy, imgDrawn);
+    QCOMPARE(imgBesideOverlay, imgDrawn);
+    QCOMPARE(imgOwnColours, imgDrawn);
 }
 
 void TestHostDialogs::shortcutsAreListedFilteredAndCopied()
@@ -401,7 +464,7 @@ void TestHostDialogs::shortcutsAreListedFilteredAndCopied()
         nKeys += pAction->shortcut().isEmpty() ? 0 : 1;
     QVERIFY(rows().size() >= nKeys);
     auto* pFilter = TestWidgets::get<QLineEdit>(pDialog, "shortcutsFilter");
-    QTest::keyClicks(pFilter, QStringLiteral("CTRL+f"));
+    QTest::keyClicks(pFilter, QStringLiteral("FIND"));
     QCOMPARE(rows(), QStringList{"Find Sequence\tCtrl+F\tOrmelle"});
     TestWidgets::click(TestWidgets::get<QPushButton>(pDialog, "shortcutsCopy"));
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Find Sequence\tCtrl+F\tOrmelle\n"));

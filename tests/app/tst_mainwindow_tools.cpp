@@ -129,7 +129,7 @@ void TestMainWindowTools::toolWindowsAreListed()
 {
     QMenu* pMenu = menu("menuWindow");
     emit pMenu->aboutToShow();
-    QCOMPARE(entries(pMenu), (QStringList{"Ormelle", "-"}));
+    QCOMPARE(entries(pMenu), (QStringList{"&Next Window", "-", "Ormelle", "-"}));
     COrmToolPluginBase* pTool = loadRecordingTool();
     QSignalSpy objWindows(COrmPreference::getSignalHandler(), &COrmSignalHandler::signalAddWidgetToWorkspace);
     pTool->pluginAction()->trigger();
@@ -138,16 +138,16 @@ void TestMainWindowTools::toolWindowsAreListed()
     QVERIFY(pToolWindow->isWindow());
     QVERIFY(pToolWindow->parent() == nullptr);
     emit pMenu->aboutToShow();
-    QCOMPARE(entries(pMenu), (QStringList{"Ormelle", "-", "Recording && Tool"}));
+    QCOMPARE(entries(pMenu), (QStringList{"&Next Window", "-", "Ormelle", "-", "Recording && Tool"}));
     pToolWindow->showMinimized();
     pMenu->actions().last()->trigger();
     QTRY_VERIFY(!pToolWindow->isMinimized());
     pToolWindow->hide(); // the tool's own business
     emit pMenu->aboutToShow();
-    QCOMPARE(entries(pMenu), (QStringList{"Ormelle", "-"}));
+    QCOMPARE(entries(pMenu), (QStringList{"&Next Window", "-", "Ormelle", "-"}));
     delete pToolWindow;
     emit pMenu->aboutToShow();
-    QCOMPARE(entries(pMenu), (QStringList{"Ormelle", "-"}));
+    QCOMPARE(entries(pMenu), (QStringList{"&Next Window", "-", "Ormelle", "-"}));
 }
 
 void TestMainWindowTools::copyNamesTheActiveWindow()
@@ -271,7 +271,7 @@ void TestMainWindowTools::longitudinalStudyIsPlacedAndOpens()
     QCOMPARE(TestWidgets::texts(pSequences), (QStringList{"SOLA Luminescent", "NOVA Fluorescent"}));
     QMenu* pMenu = menu("menuWindow");
     emit pMenu->aboutToShow();
-    QCOMPARE(entries(pMenu).size(), 3);
+    QCOMPARE(entries(pMenu).size(), 5);
     // What is opened later reaches the window, and the reset hides it.
     m_pStudy->addSequence(QStringLiteral("Later"));
     m_pWindow->openPaths({m_pStudy->folder()}, true);

@@ -18,8 +18,17 @@
 
 namespace
 {
-const char* const s_pszInk = "#202020";
-const char* const s_pszAccent = "#3f7d14";
+/// A colour of the drawings, and what stands for it on a dark ground.
+struct SInk
+{
+    const char* pszDrawn;
+    const char* pszOnDark;
+};
+const char* const s_pszInk = "#202020"; ///< lines: the palette's text
+const SInk s_lstAccents[] = {
+    {"#3f7d14", "#7cc44a"}, // what a command does; light that is given off
+    {"#b8480c", "#f2935c"}, // light that answers light
+};
 
 /// The drawings that stand for pictures which other parts of the house name by file.
 struct SPicture
@@ -28,8 +37,10 @@ struct SPicture
     const char* pszDrawing;
 };
 const SPicture s_lstPictures[] = {
-    {"fileopen_enabled.xpm", "open"}, {"filecopy_enabled.xpm", "copy"},    {"export_graphics.xpm", "export"},
-    {"tbRoiDelete.xpm", "clear"},     {"VoxelMeasurement.xpm", "measure"}, {"undoArrow.xpm", "undo"},
+    {"fileopen_enabled.xpm", "open"},        {"filecopy_enabled.xpm", "copy"},
+    {"export_graphics.xpm", "export"},       {"tbRoiDelete.xpm", "clear"},
+    {"VoxelMeasurement.xpm", "measure"},     {"undoArrow.xpm", "undo"},
+    {"luminescent_icon.xpm", "luminescent"}, {"fluorescent_icon.xpm", "fluorescent"},
 };
 
 QByteArray drawing(const QString& strName)
@@ -39,19 +50,20 @@ QByteArray drawing(const QString& strName)
     return !strName.isEmpty() && objFile.open(QIODevice::ReadOnly) ? objFile.readAll() : QByteArray();
 }
 
-/// The drawing's two colours as they are seen on the palette's ground.
+/// The drawing's colours as they are seen on the palette's ground.
 QByteArray inked(QByteArray baDrawing, QIcon::Mode eMode)
 {
     const QPalette objPalette = QApplication::palette();
     const bool bDark = objPalette.color(QPalette::Window).lightness() < 128;
-    QColor clrInk = objPalette.color(QPalette::WindowText);
-    QColor clrAccent = bDark ? QColor(0x7c, 0xc4, 0x4a) : QColor(0x3f, 0x7d, 0x14);
-    if (eMode == QIcon::Disabled)
-        clrInk = clrAccent = objPalette.color(QPalette::Disabled, QPalette::WindowText);
-    else if (eMode == QIcon::Selected)
-        clrInk = clrAccent = objPalette.color(QPalette::HighlightedText);
-    // In two steps, so that an ink that looks like the accent's mark is not taken for it.
-    return baDrawing.replace(s_pszInk, "@ink").replace(s_pszAccent, clrAccent.name().toLatin1()).replace("@ink", clrInk.name().toLatin1());
+    const bool bPlain = eMode == QIcon::Disabled || eMode == QIcon::Selected;
+    const QColor clrInk = eMode == QIcon::Disabled   ? objPalette.color(QPalette::Disabled, QPalette::WindowText)
+                          : eMode == QIcon::Selected ? objPalette.color(QPalette::HighlightedText)
+                                                     : objPalette.color(QPalette::WindowText);
+    // In two steps, so that an ink that looks like an accent's mark is not taken for it.
+    baDrawing.replace(s_pszInk, "@ink");
+    for (const SInk& sAccent : s_lstAccents)
+        baDrawing.replace(sAccent.pszDrawn, bPlain ? "@ink" : bDark ? sAccent.pszOnDark : sAccent.pszDrawn);
+    return baDrawing.replace("@ink", clrInk.name().toLatin1());
 }
 
 /// Hands the engine to every icon that is made of an .xpm file: those of the tools' forms.

@@ -1,6 +1,6 @@
 #include "COrmClickModel.h"
 
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <algorithm>
 
@@ -37,7 +37,7 @@ QVariant COrmClickModel::data(const QModelIndex& objIndex, int nRole) const
         return {};
     const SClickFacts& sClick = m_lstClicks.at(objIndex.row());
     if (nRole == Qt::DecorationRole && objIndex.column() == eClick)
-        return OrmGlyphs::kindIcon(OrmClickFacts::isLuminescent(sClick), OrmClickFacts::isFluorescent(sClick));
+        return OrmIcons::kindIcon(OrmClickFacts::isLuminescent(sClick), OrmClickFacts::isFluorescent(sClick));
     if (nRole != Qt::DisplayRole)
         return {};
     switch (objIndex.column())

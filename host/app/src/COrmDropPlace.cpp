@@ -1,6 +1,6 @@
 #include "COrmDropPlace.h"
 
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QPainter>
 
@@ -39,7 +39,7 @@ void COrmDropPlace::paintEvent(QPaintEvent* /*pEvent*/)
     const int nGap = fontMetrics().height() / 2;
     const int nText = fontMetrics().horizontalAdvance(text());
     const int nLeft = qMax(nGap, (width() - nIcon - nGap - nText) / 2);
-    OrmGlyphs::icon(OrmGlyphs::eDrop).paint(&objPainter, nLeft, (height() - nIcon) / 2, nIcon, nIcon);
+    OrmIcons::drawing(QStringLiteral("drop")).paint(&objPainter, nLeft, (height() - nIcon) / 2, nIcon, nIcon);
     objPainter.setPen(clrText);
     objPainter.drawText(QRect(nLeft + nIcon + nGap, 0, width() - nLeft - nIcon - nGap, height()), Qt::AlignVCenter | Qt::AlignLeft, text());
 }

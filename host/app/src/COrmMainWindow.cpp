@@ -3,6 +3,7 @@
 #include "COrmBasePalette.h"
 #include "COrmDemoStudy.h"
 #include "COrmImageOverlayWindow.h"
+#include "COrmListKeys.h"
 #include "COrmLog.h"
 #include "COrmLogPanel.h"
 #include "COrmMessageBox.h"
@@ -14,6 +15,7 @@
 #include "COrmSequenceDataset.h"
 #include "COrmSequenceList.h"
 #include "COrmSequenceView.h"
+#include "COrmSystemMenus.h"
 #include "COrmTool.h"
 #include "COrmUtilityFns.h"
 #include "OrmAbout.h"
@@ -28,6 +30,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
@@ -45,11 +48,12 @@ const QString s_strColumnsKey = QStringLiteral("columns");
 
 } // namespace
 
-COrmMainWindow::COrmMainWindow(QWidget* pParent)
+COrmMainWindow::COrmMainWindow(QWidget* pParent, COrmFolderCheck::FExists fnFolderExists)
     : QMainWindow(pParent),
       m_pSequences(new COrmSequenceCollection(this)),
       m_pOpener(new COrmSequenceOpener(m_pSequences, this)),
       m_pDemo(new COrmDemoStudy(this)),
+      m_pRecentCheck(new COrmFolderCheck(std::move(fnFolderExists), this)),
       m_pPlugins(new COrmPluginManager(this)),
       m_pView(new COrmSequenceView(m_pSequences, this)),
       m_pLogPanel(new COrmLogPanel(this))
@@ -167,6 +171,10 @@ void COrmMainWindow::addToolWindow(QWidget* pWindow)
         return;
     m_lstToolWindows.removeAll(nullptr);
     m_lstToolWindows.append(pWindow);
+    new COrmListKeys(pWindow);
+    auto* pClose = new QShortcut(COrmSystemMenus::keys(QKeySequence::Close, QKeySequence(Qt::CTRL | Qt::Key_W)), pWindow);
+    pClose->setWhatsThis(tr("Close Window"));
+    connect(pClose, &QShortcut::activated, pWindow, &QWidget::close);
     if (auto* pPalette = qobject_cast<COrmBasePalette*>(pWindow))
         connect(pPalette, &COrmBasePalette::statusHintChanged, this, &COrmMainWindow::showHint);
 }

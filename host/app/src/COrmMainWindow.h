@@ -1,5 +1,6 @@
 #pragma once
 
+#include "COrmFolderCheck.h"
 #include "COrmHostSettings.h"
 #include "COrmSequenceOpener.h"
 
@@ -29,7 +30,8 @@ class COrmMainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    explicit COrmMainWindow(QWidget* pParent = nullptr);
+    /// @p fnFolderExists tells whether a recent study is there, see COrmFolderCheck.
+    explicit COrmMainWindow(QWidget* pParent = nullptr, COrmFolderCheck::FExists fnFolderExists = {});
     ~COrmMainWindow() override;
 
     /// Loads the tools of a folder and places them in the Tools menu.
@@ -64,6 +66,8 @@ private:
     QAction* addTo(QMenu* pMenu, const QString& strText, const QString& strHint, const char* pObjectName);
     void fillWindowMenu();
     void addWindowAction(QWidget* pWindow, const QString& strText);
+    /// Brings the window to the front that comes after the active one in the Window menu.
+    void activateNextWindow();
     /// Puts the tools into the menu: each before the entry that it asks for, if that is there, else behind the others.
     void placeTools();
     bool placeTool(COrmTool& objTool, bool bAnywhere);
@@ -80,7 +84,8 @@ private:
     QAction* m_pCloseAllAction = nullptr;
     QAction* m_pRefreshAction = nullptr;
     QAction* m_pOverlayAction = nullptr;
-    QAction* m_pToolsEnd = nullptr; ///< behind the last tool
+    QAction* m_pToolsEnd = nullptr;   ///< behind the last tool
+    QAction* m_pNextWindow = nullptr; ///< works in the tools' windows too
 
     // ---- What the user does: COrmMainWindow.cpp ----------------------------
 private:
@@ -103,9 +108,11 @@ private:
 private:
     void connectOpening();
     void chooseStudy();
-    /// The recent studies that are there.
+    /// The recent studies that are there, as far as they have answered.
     QStringList recentStudies() const;
+    /// Shows those, and looks at all of them again.
     void updateRecent();
+    void showRecent();
     void clearRecent();
     void fillRecentMenu();
     /// Shows in the status bar and on the welcome page that work goes on; @p nAll of 0: nobody knows how much there is to do.
@@ -127,6 +134,7 @@ private:
     COrmSequenceCollection* m_pSequences;
     COrmSequenceOpener* m_pOpener;
     COrmDemoStudy* m_pDemo;
+    COrmFolderCheck* m_pRecentCheck;
     COrmPluginManager* m_pPlugins;
     COrmSequenceView* m_pView;
     COrmLogPanel* m_pLogPanel;

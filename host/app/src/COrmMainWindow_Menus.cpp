@@ -8,7 +8,6 @@
 #include "COrmSequenceView.h"
 #include "COrmSystemMenus.h"
 #include "COrmTool.h"
-#include "OrmGlyphs.h"
 #include "OrmTexts.h"
 
 #include <QAction>
@@ -17,6 +16,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace
@@ -42,6 +42,14 @@ QAction* entryNamed(const QMenu* pMenu, const QString& strName)
             return pAction;
     }
     return nullptr;
+}
+
+void bringToFront(QWidget* pWindow)
+{
+    if (pWindow->isMinimized())
+        pWindow->showNormal();
+    pWindow->raise();
+    pWindow->activateWindow();
 }
 } // namespace
 
@@ -95,7 +103,7 @@ void COrmMainWindow::makeFileMenu()
     m_pRecentMenu->setObjectName(QStringLiteral("menuRecent"));
     m_pRecentMenu->menuAction()->setStatusTip(tr("Open a folder that was opened before"));
     connect(m_pRecentMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillRecentMenu);
-    connect(pFile, &QMenu::aboutToShow, this, [this] { m_pRecentMenu->menuAction()->setEnabled(!recentStudies().isEmpty()); });
+    connect(pFile, &QMenu::aboutToShow, this, &COrmMainWindow::updateRecent);
 
     QAction* pDemo = addTo(pFile, tr("Open &Demo Study"), tr("Open a study of a made-up mouse at five time points"), "actionOpenDemo");
     pDemo->setEnabled(m_pDemo->isOffered());
@@ -105,7 +113,6 @@ void COrmMainWindow::makeFileMenu()
         addTo(pFile, tr("Co&mpare Sequence"),
               tr("Open the Longitudinal Study tool with the selected sequence, to compare its saved results"), "actionCompare");
     m_pCompareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
-    m_pCompareAction->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
     m_pCompareAction->setEnabled(false);
     connect(m_pCompareAction, &QAction::triggered, this, &COrmMainWindow::compare);
     m_pRefreshAction = addTo(pFile, tr("Re&fresh"), tr("Read the selected sequences again, or all if none is selected"), "actionRefresh");
@@ -207,6 +214,13 @@ void COrmMainWindow::makeWindowAndHelpMenus()
     m_pWindowMenu = menuBar()->addMenu(tr("&Window"));
     m_pWindowMenu->setObjectName(QStringLiteral("menuWindow"));
     connect(m_pWindowMenu, &QMenu::aboutToShow, this, &COrmMainWindow::fillWindowMenu);
+    m_pNextWindow = new QAction(tr("&Next Window"), this);
+    m_pNextWindow->setObjectName(QStringLiteral("actionNextWindow"));
+    m_pNextWindow->setStatusTip(tr("Go from this window to the next one"));
+    m_pNextWindow->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F6));
+    m_pNextWindow->setShortcutContext(Qt::ApplicationShortcut);
+    connect(m_pNextWindow, &QAction::triggered, this, &COrmMainWindow::activateNextWindow);
+    addAction(m_pNextWindow); // also while the menu is being filled
     fillWindowMenu();
 
     QMenu* pHelp = menuBar()->addMenu(tr("&Help"));
@@ -222,19 +236,22 @@ void COrmMainWindow::addWindowAction(QWidget* pWindow, const QString& strText)
     pAction->setCheckable(true);
     pAction->setChecked(pWindow == QApplication::activeWindow());
     pAction->setStatusTip(tr("Bring this window to the front"));
-    connect(pAction, &QAction::triggered, pWindow,
-            [pWindow]
-            {
-                if (pWindow->isMinimized())
-                    pWindow->showNormal();
-                pWindow->raise();
-                pWindow->activateWindow();
-            });
+    connect(pAction, &QAction::triggered, pWindow, [pWindow] { bringToFront(pWindow); });
+}
+
+void COrmMainWindow::activateNextWindow()
+{
+    QList<QWidget*> lstWindows{this};
+    std::copy_if(m_lstToolWindows.cbegin(), m_lstToolWindows.cend(), std::back_inserter(lstWindows),
+                 [](const QPointer<QWidget>& pWindow) { return pWindow && pWindow->isVisible(); });
+    bringToFront(lstWindows.at((lstWindows.indexOf(QApplication::activeWindow()) + 1) % lstWindows.size()));
 }
 
 void COrmMainWindow::fillWindowMenu()
 {
     m_pWindowMenu->clear();
+    m_pWindowMenu->addAction(m_pNextWindow);
+    m_pWindowMenu->addSeparator();
     addWindowAction(this, windowTitle());
     m_pWindowMenu->addSeparator();
     // Hiding and showing its window is a tool's own business: what is hidden is opened through the Tools menu.

@@ -73,6 +73,7 @@ void COrmMainWindow::connectOpening()
     connect(m_pView->preview(), &COrmSequencePreview::compareRequested, this, &COrmMainWindow::compare);
     connect(m_pView->notice(), &COrmNoticeBar::logRequested, m_pLogPanel, &QWidget::show);
     pWelcome->setDemoOffered(m_pDemo->isOffered());
+    connect(m_pRecentCheck, &COrmFolderCheck::changed, this, &COrmMainWindow::showRecent);
     updateRecent();
 }
 
@@ -108,14 +109,25 @@ QStringList COrmMainWindow::recentStudies() const
 {
     // What is not there is not shown, but kept: a disk may be plugged in again.
     QStringList lstFolders = m_objSettings.recentFolders();
-    lstFolders.erase(std::remove_if(lstFolders.begin(), lstFolders.end(), [](const QString& str) { return !QFileInfo(str).isDir(); }),
-                     lstFolders.end());
+    lstFolders.erase(
+        std::remove_if(lstFolders.begin(), lstFolders.end(), [this](const QString& str) { return !m_pRecentCheck->isThere(str); }),
+        lstFolders.end());
     return lstFolders;
 }
 
 void COrmMainWindow::updateRecent()
 {
-    m_pView->welcome()->setRecentStudies(recentStudies());
+    m_pRecentCheck->check(m_objSettings.recentFolders());
+    showRecent();
+}
+
+void COrmMainWindow::showRecent()
+{
+    const QStringList lstFolders = recentStudies();
+    m_pView->welcome()->setRecentStudies(lstFolders);
+    m_pRecentMenu->menuAction()->setEnabled(!lstFolders.isEmpty());
+    if (m_pRecentMenu->isVisible())
+        fillRecentMenu();
 }
 
 void COrmMainWindow::clearRecent()
@@ -191,7 +203,10 @@ void COrmMainWindow::searchFinished(const COrmSequenceOpener::SSummary& sSummary
     const QStringList lstOpened = std::exchange(m_lstOpening, {});
     // A folder without sequences is no study to come back to.
     for (auto it = lstOpened.crbegin(); it != lstOpened.crend() && (sSummary.m_nOpened > 0 || nProblems == 0); ++it)
+    {
         m_objSettings.addRecentFolder(*it);
+        m_pRecentCheck->setThere(*it);
+    }
     updateRecent();
     if (sSummary.m_nOpened > 0)
         m_pView->list()->selectFirst();

@@ -1,7 +1,7 @@
 #include "COrmNoticeBar.h"
 
 #include "COrmPlainText.h"
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,7 +21,7 @@ COrmNoticeBar::COrmNoticeBar(QWidget* pParent) : QFrame(pParent), m_pText(new QL
     m_pText->setWordWrap(true);
     auto* pPicture = new QLabel(this);
     const int nIcon = fontMetrics().height() * 3 / 2;
-    pPicture->setPixmap(OrmGlyphs::icon(OrmGlyphs::eNotice).pixmap(nIcon, nIcon));
+    pPicture->setPixmap(OrmIcons::drawing(QStringLiteral("notice")).pixmap(nIcon, nIcon));
     pPicture->setAccessibleName(tr("Notice"));
     auto* pLogButton = new QPushButton(tr("Show Lo&g"), this);
     pLogButton->setObjectName(QStringLiteral("noticeLogButton"));

@@ -1,7 +1,7 @@
 #include "COrmRecentList.h"
 
 #include "COrmPlainText.h"
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QApplication>
 #include <QDir>
@@ -45,7 +45,7 @@ public:
         const int nIcon = nLine * 3 / 2;
         const QRect rcText = rc.adjusted(nIcon + nLine / 2, 0, 0, 0);
         const QPalette::ColorGroup eGroup = (objOption.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-        OrmGlyphs::icon(OrmGlyphs::eStudy)
+        OrmIcons::drawing(QStringLiteral("open"))
             .paint(pPainter, QRect(rc.left(), rc.center().y() - nIcon / 2, nIcon, nIcon), Qt::AlignCenter,
                    bSelected ? QIcon::Selected : QIcon::Normal);
         QColor clrText = objOption.palette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text);

@@ -2,7 +2,7 @@
 
 #include "COrmSequenceCollection.h"
 #include "COrmSequenceDataset.h"
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QDateTime>
 
@@ -33,7 +33,7 @@ QVariant COrmSequenceModel::data(const QModelIndex& objIndex, int nRole) const
         return text(objSequence, objIndex.column());
     case Qt::DecorationRole:
         return objIndex.column() == eID
-                   ? QVariant(OrmGlyphs::kindIcon(objSequence.isLuminescentSequence(), objSequence.isFluorescentSequence()))
+                   ? QVariant(OrmIcons::kindIcon(objSequence.isLuminescentSequence(), objSequence.isFluorescentSequence()))
                    : QVariant();
     case Qt::AccessibleTextRole:
         return objIndex.column() == eID ? text(objSequence, eID) + QStringLiteral(", ") + kindText(objSequence)

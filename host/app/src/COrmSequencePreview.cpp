@@ -8,7 +8,7 @@
 #include "COrmPreviewLoader.h"
 #include "COrmSequenceDataset.h"
 #include "COrmSequenceModel.h"
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -92,7 +92,7 @@ QLayout* COrmSequencePreview::makeHead(QWidget* pContent)
     m_pKind->setObjectName(QStringLiteral("previewKind"));
     m_pCompareButton = new QPushButton(pContent);
     m_pCompareButton->setObjectName(QStringLiteral("compareButton"));
-    m_pCompareButton->setIcon(OrmGlyphs::icon(OrmGlyphs::eCompare));
+    m_pCompareButton->setIcon(OrmIcons::drawing(QStringLiteral("compare")));
     m_pCompareHint = new COrmElidedLabel(pContent);
     m_pCompareHint->setObjectName(QStringLiteral("compareHint"));
     m_pPicture = new COrmPictureWidget(pContent);
@@ -242,9 +242,8 @@ void COrmSequencePreview::showPicture(const QImage& imgPicture, const QString& s
 void COrmSequencePreview::showPreview(const SSequencePreview& sPreview)
 {
     showPicture(sPreview.m_imgPhotograph, sPreview.m_strPictureText);
-    const auto fnAdd = [this](const QStringList& lstNames, const QString& strKind, const QString& strIcon)
+    const auto fnAdd = [this](const QStringList& lstNames, const QString& strKind, const QIcon& objIcon)
     {
-        const QIcon objIcon{strIcon};
         for (const QString& strName : lstNames)
         {
             auto* pItem = new QListWidgetItem(objIcon, strKind + QLatin1Char(' ') + strName, m_pResults);
@@ -252,8 +251,8 @@ void COrmSequencePreview::showPreview(const SSequencePreview& sPreview)
         }
     };
     m_pResults->clear();
-    fnAdd(sPreview.m_lstSOLA, QStringLiteral("SOLA"), QStringLiteral(":/Resource/luminescent_icon.xpm"));
-    fnAdd(sPreview.m_lstNOVA, QStringLiteral("NOVA"), QStringLiteral(":/Resource/fluorescent_icon.xpm"));
+    fnAdd(sPreview.m_lstSOLA, QStringLiteral("SOLA"), OrmIcons::kindIcon(true, false));
+    fnAdd(sPreview.m_lstNOVA, QStringLiteral("NOVA"), OrmIcons::kindIcon(false, true));
     if (!sPreview.m_strResultsText.isEmpty())
     {
         m_pCompareHint->setText(sPreview.m_strResultsText);

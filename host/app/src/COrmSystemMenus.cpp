@@ -11,29 +11,31 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMenu>
+#include <vector>
 
 namespace
 {
 const QString s_strThemeKey = QStringLiteral("theme");
 
-/// The drawings of the entries, by the entries' names.
+/// The drawing of an entry, by the entry's name.
 struct SEntryIcon
 {
     const char* pszAction;
     const char* pszDrawing;
 };
-const SEntryIcon s_lstIcons[] = {
-    {"actionOpenStudy", "open"},
-    {"actionRefresh", "refresh"},
-    {"actionClose", "close"},
-    {"actionQuit", "quit"},
-    {"actionCopy", "copy"},
-    {"actionSelectAll", "selectall"},
-    {"actionFind", "find"},
-    {"actionPreferences", "preferences"},
-    {"actionImageOverlay", "overlay"},
-    {"actionShortcuts", "keyboard"},
-    {"actionAbout", "about"},
+
+/// The entries of each menu that have one.
+const std::vector<std::vector<SEntryIcon>> s_lstMenus = {
+    {{"actionOpenStudy", "open"},
+     {"actionOpenDemo", "demo"},
+     {"actionCompare", "compare"},
+     {"actionRefresh", "refresh"},
+     {"actionClose", "close"},
+     {"actionQuit", "quit"}},
+    {{"actionCopy", "copy"}, {"actionSelectAll", "selectall"}, {"actionFind", "find"}, {"actionPreferences", "preferences"}},
+    {{"actionLog", "log"}},
+    {{"actionImageOverlay", "overlay"}},
+    {{"actionShortcuts", "keyboard"}, {"actionAbout", "about"}},
 };
 } // namespace
 
@@ -99,10 +101,17 @@ void COrmSystemMenus::addShortcuts(QMenu* pMenu)
 
 void COrmSystemMenus::giveIcons()
 {
-    for (const SEntryIcon& sIcon : s_lstIcons)
+    for (const std::vector<SEntryIcon>& lstMenu : s_lstMenus)
     {
-        if (auto* pAction = m_pWindow->findChild<QAction*>(QLatin1String(sIcon.pszAction)))
-            pAction->setIcon(OrmIcons::icon(QLatin1String(sIcon.pszDrawing)));
+        QStringList lstNames;
+        for (const SEntryIcon& sIcon : lstMenu)
+            lstNames.append(QLatin1String(sIcon.pszDrawing));
+        const QList<QIcon> lstIcons = OrmIcons::family(lstNames);
+        for (size_t nEntry = 0; nEntry < lstMenu.size(); ++nEntry)
+        {
+            if (auto* pAction = m_pWindow->findChild<QAction*>(QLatin1String(lstMenu[nEntry].pszAction)))
+                pAction->setIcon(lstIcons.at(int(nEntry)));
+        }
     }
 }
 

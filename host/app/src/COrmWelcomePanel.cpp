@@ -3,12 +3,13 @@
 #include "COrmDropPlace.h"
 #include "COrmPlainText.h"
 #include "COrmRecentList.h"
-#include "OrmGlyphs.h"
+#include "OrmIcons.h"
 
 #include <QBoxLayout>
 #include <QCommandLinkButton>
 #include <QFrame>
 #include <QLabel>
+#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QResizeEvent>
@@ -21,17 +22,35 @@ constexpr int s_nSideBySideEm = 34; ///< from that width on the choices stand si
 constexpr int s_nTextLength = 300;  ///< characters of a text from elsewhere
 constexpr int s_nIconPoints = 2;    ///< lines of text that a choice's picture is high
 
+/// A large button that shows that it has the keyboard, which styles leave out.
+class CChoiceButton : public QCommandLinkButton
+{
+public:
+    using QCommandLinkButton::QCommandLinkButton;
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override
+    {
+        QCommandLinkButton::paintEvent(pEvent);
+        if (!hasFocus())
+            return;
+        QPainter objPainter(this);
+        objPainter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        objPainter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
+
 /// A large button with a picture and a description, in a frame, which is its parent.
-QCommandLinkButton* makeChoice(QWidget* pParent, const QString& strText, const QString& strDescription, OrmGlyphs::EGlyph eGlyph)
+QCommandLinkButton* makeChoice(QWidget* pParent, const QString& strText, const QString& strDescription, const char* pszDrawing)
 {
     auto* pFrame = new QFrame(pParent); // the style shows no edge of its own around such a button
     pFrame->setFrameShape(QFrame::StyledPanel);
-    auto* pButton = new QCommandLinkButton(strText, strDescription, pFrame);
+    auto* pButton = new CChoiceButton(strText, strDescription, pFrame);
     auto* pLayout = new QVBoxLayout(pFrame);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(pButton);
     const int nIcon = s_nIconPoints * pParent->fontMetrics().height();
-    pButton->setIcon(OrmGlyphs::icon(eGlyph));
+    pButton->setIcon(OrmIcons::drawing(QLatin1String(pszDrawing)));
     pButton->setIconSize(QSize(nIcon, nIcon));
     pButton->setToolTip(strDescription);
     pButton->setAccessibleDescription(strDescription);
@@ -97,11 +116,9 @@ QWidget* COrmWelcomePanel::makeTexts()
 QWidget* COrmWelcomePanel::makeChoices()
 {
     m_pChoices = new QWidget(this);
-    auto* pOpenButton =
-        makeChoice(m_pChoices, tr("&Open Study..."), tr("Choose a folder: every sequence below it is opened."), OrmGlyphs::eStudy);
+    auto* pOpenButton = makeChoice(m_pChoices, tr("&Open Study..."), tr("Choose a folder: every sequence below it is opened."), "open");
     pOpenButton->setObjectName(QStringLiteral("openStudyButton"));
-    m_pDemoButton =
-        makeChoice(m_pChoices, tr("Try the &Demo Study"), tr("A made-up mouse at five time points, ready to compare."), OrmGlyphs::eDemo);
+    m_pDemoButton = makeChoice(m_pChoices, tr("Try the &Demo Study"), tr("A made-up mouse at five time points, ready to compare."), "demo");
     m_pDemoButton->setObjectName(QStringLiteral("demoStudyButton"));
     m_pDropPlace = new COrmDropPlace(tr("or drop folders here"), m_pChoices);
     m_pDropPlace->setObjectName(QStringLiteral("dropPlace"));

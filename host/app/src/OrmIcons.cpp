@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <algorithm>
 
 // Stands outside every namespace, as the macro demands.
 static void initDrawings()
@@ -41,13 +42,31 @@ void OrmIcons::init()
     Q_UNUSED(s_bDone);
 }
 
-QIcon OrmIcons::icon(const QString& strName)
+QIcon OrmIcons::drawing(const QString& strName)
 {
-    const QString strTheme = s_bThemeFirst ? themeName(strName) : QString();
-    if (!strTheme.isEmpty() && QIcon::hasThemeIcon(strTheme))
-        return QIcon::fromTheme(strTheme);
     init();
     return QFile::exists(QStringLiteral(":/icons/%1.svg").arg(strName)) ? QIcon(new CInkIconEngine(strName)) : QIcon();
+}
+
+QIcon OrmIcons::kindIcon(bool bLuminescent, bool bFluorescent)
+{
+    return drawing(bLuminescent   ? QStringLiteral("luminescent")
+                   : bFluorescent ? QStringLiteral("fluorescent")
+                                  : QStringLiteral("photograph"));
+}
+
+QList<QIcon> OrmIcons::family(const QStringList& lstNames)
+{
+    const bool bTheme = s_bThemeFirst && std::all_of(lstNames.cbegin(), lstNames.cend(),
+                                                     [](const QString& strName)
+                                                     {
+                                                         const QString strTheme = themeName(strName);
+                                                         return !strTheme.isEmpty() && QIcon::hasThemeIcon(strTheme);
+                                                     });
+    QList<QIcon> lstIcons;
+    for (const QString& strName : lstNames)
+        lstIcons.append(bTheme ? QIcon::fromTheme(themeName(strName)) : drawing(strName));
+    return lstIcons;
 }
 
 void OrmIcons::setThemeFirst(bool bThemeFirst)
