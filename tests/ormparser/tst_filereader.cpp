@@ -501,6 +501,7 @@ void tst_filereader::namesAreResolvedBeneathTheFolder_data()
     const SRow aRows[] = {
         {"a file", "file", QString()},
         {"in a folder", "sub/file", QString()},
+        {"a link to its own folder", "self", "not a regular file"},
         {"slashes and points", "./sub//./file", QString()},
         {"down and up", "sub/../file", QString()},
         {"a sibling link", "sibling", QString()},
@@ -552,7 +553,7 @@ void tst_filereader::namesAreResolvedBeneathTheFolder()
         const auto link = [&](const QString& strTarget, const char* pLink)
         { return symlink(QFile::encodeName(strTarget).constData(), QFile::encodeName(strStudy + "/" + pLink).constData()) == 0; };
         QVERIFY(link("file", "sibling") && link("../file", "sub/up") && link("sibling", "chain") && link("sub", "linksub"));
-        QVERIFY(link("none", "dangling") && link("../secret", "out") && link(m_objFiles.path("secret"), "absolute"));
+        QVERIFY(link(".", "self") && link("none", "dangling") && link("../secret", "out") && link(m_objFiles.path("secret"), "absolute"));
         QVERIFY(link("..", "linkout") && link("../..", "deep/up") && link("circle", "circle") && link("pong", "ping") &&
                 link("ping", "pong"));
         QVERIFY(link("file", "link1"));
@@ -589,6 +590,8 @@ void tst_filereader::aMissingFolderHasNoFiles()
     QVERIFY(strError.endsWith("none: No such file or directory"));
     QVERIFY(OrmFileReader::isBeneath(m_objFiles.path("none"), "file"));
     QVERIFY(!OrmFileReader::isBeneath(m_objFiles.path("none"), "../file"));
+    QVERIFY(!OrmFileReader::readBeneath(m_objFiles.folder(), QString("a") + QChar(0), baContent, &strError));
+    QVERIFY(strError.endsWith("holds a NUL character"));
 }
 
 QTEST_GUILESS_MAIN(tst_filereader)

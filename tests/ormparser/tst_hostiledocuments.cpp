@@ -375,6 +375,10 @@ void tst_hostiledocuments::whatIsNoDocumentIsRefused_data()
     QTest::newRow("0 bytes") << QByteArray() << "the file is empty";
     QTest::newRow("1 byte") << QByteArray("x") << strNone;
     QTest::newRow("one bracket") << QByteArray("<") << "the file ends early";
+    QTest::newRow("an attribute's name") << QByteArray("<Ormelle.Result Version \n") << "the file ends early";
+    QTest::newRow("a control character, seen in the middle of the tags")
+        << QByteArray("<Ormelle.Result Version=\"2.0\"><a>\x01</a>") + TestDocuments::repeated("<a/>", 10000)
+        << "control character 0x01 (line 1, offset 33)";
     QTest::newRow("nothing but blanks") << QByteArray(1000, '\n') << "the file ends early";
     QTest::newRow("nothing but a byte-order mark") << QByteArray("\xEF\xBB\xBF") << "the file ends early";
     QTest::newRow("nothing but a remark") << QByteArray("<!-- x -->") << "the file ends early";
