@@ -120,6 +120,11 @@ QString CStudyFolder::newFile(const QString& strName) const
 
 QString CStudyFolder::begin()
 {
+    const std::lock_guard<std::mutex> guard(m_objGuard);
+    if (m_bAbandoned)
+    {
+        return QStringLiteral("Stopped.");
+    }
     if (!QDir().mkpath(m_strFolder))
     {
         return QStringLiteral("The folder %1 cannot be made.").arg(m_strFolder);
@@ -176,6 +181,8 @@ void CStudyFolder::discard()
 
 void CStudyFolder::abandon()
 {
+    const std::lock_guard<std::mutex> guard(m_objGuard);
+    m_bAbandoned = true;
     discard();
     m_objLock.unlock();
 }

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <mutex>
 #include <optional>
 
 /// The usual files of a study.
@@ -65,4 +66,6 @@ private:
 
     QString m_strFolder;
     QLockFile m_objLock;
+    std::mutex m_objGuard;     ///< a lock that is cut off while it is made would count as somebody's for ever
+    bool m_bAbandoned = false; ///< nothing is begun any more
 };

@@ -3,16 +3,19 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QLockFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
 #include <csignal>
 #include <unistd.h>
 
 namespace
 {
 const char* const g_pszStrange = "a 'b' \"c\"\n$d";
+const QSize g_size(300, 200); ///< of the figures, pixels: what is drawn costs more than all the rest
 
 QByteArray contents(const QString& strFile)
 {
@@ -24,6 +27,12 @@ bool append(const QString& strFile, const QByteArray& aBytes)
 {
     QFile file(strFile);
     return file.open(QIODevice::Append) && file.write(aBytes) == aBytes.size();
+}
+
+/// A copy of a folder with all times as they are.
+bool copyFolder(const QString& strFrom, const QString& strTo)
+{
+    return QProcess::execute("cp", {"-a", strFrom, strTo}) == 0;
 }
 
 QStringList everythingIn(const QString& strFolder)
@@ -74,6 +83,7 @@ private slots:
     void initTestCase();
     void init();
     void everyStudyGetsItsFiles();
+    void everyPictureSaysHowItWasMade();
     void whatIsUpToDateIsSkipped();
     void changedInputsAndOptionsAreSeen();
     void crashCostsOneStudy();
@@ -94,22 +104,38 @@ private:
     /// Studies of one to three time points: a sound one, a strange name with only NOVA, and one with a damaged result; besides a folder of
     /// none.
     void makeStudies();
-    SProgramRun batch(const QStringList& lstArguments = {}) const
+    /// Takes studies away from the root for the rest of the test.
+    bool without(const QStringList& lstStudies) const
     {
-        return runProgram("ormcompare", QStringList{"--study-per-folder", path("root"), "--out", path("out")} + lstArguments);
+        return std::all_of(lstStudies.begin(), lstStudies.end(),
+                           [this](const QString& strStudy) { return QDir(path("root/" + strStudy)).removeRecursively(); });
     }
+    /// Makes the folder what a batch of all studies leaves.
+    bool putMade() const { return copyFolder(path("made"), path("out")); }
+    QStringList batchArguments(const QStringList& lstArguments = {}) const
+    {
+        return QStringList{"--study-per-folder", path("root"), "--out",
+                           path("out"),          "--size",     QString("%1x%2").arg(g_size.width()).arg(g_size.height())} +
+               lstArguments;
+    }
+    SProgramRun batch(const QStringList& lstArguments = {}) const { return runProgram("ormcompare", batchArguments(lstArguments)); }
     QTemporaryDir m_objFolder;
+    SProgramRun m_made; ///< of a batch of all studies, which left what is in "made"
 };
 
 void tst_Batch::initTestCase()
 {
     QVERIFY(m_objFolder.isValid());
     makeStudies();
+    QVERIFY(copyFolder(path("root"), path("pristine")));
+    m_made = batch({"--jobs", "2"});
+    QVERIFY(QDir().rename(path("out"), path("made")));
 }
 
 void tst_Batch::init()
 {
-    QDir(path("out")).removeRecursively();
+    QVERIFY(QDir(path("out")).removeRecursively() && QDir(path("root")).removeRecursively());
+    QVERIFY(copyFolder(path("pristine"), path("root")));
 }
 
 void tst_Batch::makeStudies()
@@ -129,7 +155,8 @@ void tst_Batch::makeStudies()
 
 void tst_Batch::everyStudyGetsItsFiles()
 {
-    const SProgramRun run = batch({"--jobs", "2"});
+    const SProgramRun& run = m_made;
+    QVERIFY(putMade());
     QCOMPARE(run.m_nExit, 1);
     QCOMPARE(run.m_strError, QString("ormcompare: broken: SOLA PM20260305_L/Day 3, 1 mm: Unable to read analysis data.\n"));
     QVERIFY2(run.m_strOut.contains("[3/3] "), qPrintable(run.m_strOut));
@@ -142,6 +169,7 @@ void tst_Batch::everyStudyGetsItsFiles()
     QCOMPARE(everythingIn(path("out/plain")), lstCommon + lstSola + QStringList{"table.csv"});
     QCOMPARE(everythingIn(path(QString("out/") + g_pszStrange)), lstCommon + lstNova + QStringList{"table.csv"});
     QCOMPARE(everythingIn(path("out/broken")), lstCommon + lstNova + lstSola + QStringList{"table.csv"});
+    QCOMPARE(QImage(path("out/plain/figure.png")).size(), g_size);
 
     const QByteArray aAll = contents(path("out/all.csv"));
     QVERIFY(aAll.startsWith("study,kind,sequence,name,"));
@@ -156,9 +184,26 @@ void tst_Batch::everyStudyGetsItsFiles()
              aGrowth);
 }
 
+void tst_Batch::everyPictureSaysHowItWasMade()
+{
+    const QStringList lstPictures = QDir(path("made/broken")).entryList({"*.png"}, QDir::Files);
+    QCOMPARE(lstPictures.size(), 8);
+    for (const QString& strPicture : lstPictures)
+    {
+        const QImage picture(path("made/broken/" + strPicture));
+        QVERIFY2(picture.text("Software").startsWith("ormcompare "), qPrintable(strPicture));
+        const QString strState = picture.text("OrmelleState");
+        for (const char* pszPart : {"\"results\":[{\"kind\":\"SOLA\",\"name\":\"Day 0, 1 mm\",\"sequence\":\"PM20260302_L\"}",
+                                    "\"unit\":\"photons/sec\"", "--size=300x200", "\"rotation\":"})
+        {
+            QVERIFY2(strState.contains(QLatin1String(pszPart)), qPrintable(strPicture + ": " + pszPart + " in " + strState));
+        }
+    }
+}
+
 void tst_Batch::whatIsUpToDateIsSkipped()
 {
-    QCOMPARE(batch().m_nExit, 1);
+    QVERIFY(putMade());
     const QByteArray aAll = contents(path("out/all.csv"));
     const QDateTime made = QFileInfo(path("out/plain/figure.png")).lastModified();
     const SProgramRun run = batch();
@@ -167,18 +212,19 @@ void tst_Batch::whatIsUpToDateIsSkipped()
     QCOMPARE(QFileInfo(path("out/plain/figure.png")).lastModified(), made);
     QCOMPARE(contents(path("out/all.csv")), aAll);
     // A call of one study is the same as its part of a batch.
+    QVERIFY(without({"broken"}));
     QVERIFY(QDir(path("out/plain")).removeRecursively());
-    QCOMPARE(runProgram("ormcompare", {path("root/plain"), "--out", path("out/plain")}).m_nExit, 0);
+    QCOMPARE(runProgram("ormcompare", QStringList{path("root/plain"), "--out", path("out/plain")} + batchArguments().mid(4)).m_nExit, 0);
     QVERIFY(batch({"--quiet"}).m_strOut.isEmpty());
-    QVERIFY(batch().m_strOut.contains(" 0 made, 2 up to date"));
+    QVERIFY(batch().m_strOut.contains("2 studies: 0 made, 2 up to date, 0 failed"));
     QVERIFY(QFile::remove(path("out/plain/plot-SOLA-chi2.png")));
-    QVERIFY(batch().m_strOut.contains(" 1 made, 1 up to date"));
+    QVERIFY(batch().m_strOut.contains("2 studies: 1 made, 1 up to date, 0 failed"));
     QVERIFY(QFile::exists(path("out/plain/plot-SOLA-chi2.png")));
 }
 
 void tst_Batch::changedInputsAndOptionsAreSeen()
 {
-    QCOMPARE(batch().m_nExit, 1);
+    QVERIFY(putMade() && without({"broken"}));
     QVERIFY(append(path("root/plain/PM20260302_L/PM20260302_L_001/ClickInfo.txt"), "# seen\n"));
     QVERIFY(batch().m_strOut.contains(" 1 made, 1 up to date"));
     const QByteArray aFigure = contents(path("out/plain/figure.png"));
@@ -195,13 +241,13 @@ void tst_Batch::changedInputsAndOptionsAreSeen()
 
 void tst_Batch::crashCostsOneStudy()
 {
-    QCOMPARE(batch().m_nExit, 1);
+    QVERIFY(putMade());
     for (const char* pszStudy : {"plain", "broken"})
     {
         QVERIFY(append(path("root/" + QString(pszStudy) + "/PM20260302_L/SequenceInfo.txt"), "# once more\n"));
     }
     QProcess process;
-    process.start(ORM_BINARY_DIR "/bin/ormcompare", {"--study-per-folder", path("root"), "--out", path("out")});
+    process.start(ORM_BINARY_DIR "/bin/ormcompare", batchArguments());
     QVERIFY(process.waitForStarted());
     QTRY_COMPARE_WITH_TIMEOUT(childrenOf(process.processId()).size(), 1, 60'000);
     QCOMPARE(::kill(static_cast<pid_t>(childrenOf(process.processId()).constFirst()), SIGKILL), 0); // "broken" comes first
@@ -226,7 +272,7 @@ void tst_Batch::stopLeavesNothingHalf()
 {
     QFETCH(int, nSignal);
     QProcess process;
-    process.start(ORM_BINARY_DIR "/bin/ormcompare", {"--study-per-folder", path("root"), "--out", path("out"), "--jobs", "2"});
+    process.start(ORM_BINARY_DIR "/bin/ormcompare", batchArguments({"--jobs", "2"}));
     QVERIFY(process.waitForStarted());
     QTRY_COMPARE_WITH_TIMEOUT(childrenOf(process.processId()).size(), 2, 60'000);
     const QList<qint64> lstChildren = childrenOf(process.processId());
@@ -247,13 +293,15 @@ void tst_Batch::stopLeavesNothingHalf()
         QVERIFY2(lstFiles.isEmpty() || lstFiles.contains(".made.json"), qPrintable(lstFiles.join(' ')));
         QVERIFY(!lstFiles.contains(".new") && !lstFiles.contains(".lock"));
     }
-    QVERIFY(batch().m_strOut.contains("3 studies: "));
+    // What was begun is in nobody's way.
+    QVERIFY(without({"broken", "plain"}));
+    QVERIFY(batch().m_strOut.contains(" 0 failed; 1 other folders"));
 }
 
 void tst_Batch::killedBatchTakesItsStudiesAlong()
 {
     QProcess process;
-    process.start(ORM_BINARY_DIR "/bin/ormcompare", {"--study-per-folder", path("root"), "--out", path("out")});
+    process.start(ORM_BINARY_DIR "/bin/ormcompare", batchArguments());
     QVERIFY(process.waitForStarted());
     QTRY_COMPARE_WITH_TIMEOUT(childrenOf(process.processId()).size(), 1, 60'000);
     const qint64 nChild = childrenOf(process.processId()).constFirst();
@@ -261,11 +309,13 @@ void tst_Batch::killedBatchTakesItsStudiesAlong()
     QVERIFY(process.waitForFinished(60'000));
     QTRY_VERIFY_WITH_TIMEOUT(!runs(nChild), 60'000);
     // What it left behind is in nobody's way.
-    QVERIFY(batch().m_strOut.contains("2 made, 0 up to date, 1 failed"));
+    QVERIFY(without({"broken", "plain"}));
+    QVERIFY(batch().m_strOut.contains("1 studies: 1 made, 0 up to date, 0 failed"));
 }
 
 void tst_Batch::oneAtATimeInAFolder()
 {
+    QVERIFY(without({"broken"}));
     QVERIFY(QDir().mkpath(path("out/plain")));
     QLockFile lock(path("out/.ormcompare.lock"));
     QVERIFY(lock.tryLock());
@@ -279,7 +329,7 @@ void tst_Batch::oneAtATimeInAFolder()
     QVERIFY2(
         run.m_strError.contains(QString("ormcompare: plain: Another run is writing to %1; wait for its end.\n").arg(path("out/plain"))),
         qPrintable(run.m_strError));
-    QVERIFY2(run.m_strOut.contains("1 made, 0 up to date, 2 failed"), qPrintable(run.m_strOut));
+    QVERIFY2(run.m_strOut.contains("1 made, 0 up to date, 1 failed"), qPrintable(run.m_strOut));
 }
 
 void tst_Batch::wrongFoldersAreReasons_data()
@@ -318,10 +368,12 @@ void tst_Batch::wrongFoldersAreReasons()
 
 void tst_Batch::fullDiskIsAReason()
 {
-    // A limit on the size of files meets what a full disk meets.
+    QVERIFY(without({"broken", g_pszStrange}));
+    // A limit on the size of files, in KiB, meets what a full disk meets.
+    const QString strLimited =
+        QString("trap '' XFSZ; ulimit -f %1; exec \"$0\" \"$@\"").arg(QFile(path("made/plain/figure.png")).size() / 1024);
     QProcess process;
-    process.start("bash", {"-c", "trap '' XFSZ; ulimit -f 8; exec \"$0\" \"$@\"", ORM_BINARY_DIR "/bin/ormcompare", "--study-per-folder",
-                           path("root"), "--out", path("out")});
+    process.start("bash", QStringList{"-c", strLimited, ORM_BINARY_DIR "/bin/ormcompare"} + batchArguments());
     QVERIFY(process.waitForFinished(120'000));
     QCOMPARE(process.exitCode(), 1);
     const QByteArray aErrors = process.readAllStandardError();
@@ -329,17 +381,18 @@ void tst_Batch::fullDiskIsAReason()
     QVERIFY(!everythingIn(path("out/plain")).contains("figure.png"));
     QVERIFY(everythingIn(path("out/plain")).contains("table.csv"));
     QVERIFY(contents(path("out/all.csv")).contains("\r\nplain,"));
-    QVERIFY(batch().m_strOut.contains("2 made, 0 up to date, 1 failed"));
+    QVERIFY(batch().m_strOut.contains("1 studies: 1 made, 0 up to date, 0 failed"));
     QVERIFY(everythingIn(path("out/plain")).contains("figure.png"));
 }
 
 void tst_Batch::displayIsMade()
 {
+    QVERIFY(without({"broken"}));
     QProcess process;
     process.setProcessEnvironment(withoutDisplay());
-    process.start(ORM_BINARY_DIR "/bin/ormcompare", {"--study-per-folder", path("root"), "--out", path("out"), "--jobs", "2"});
+    process.start(ORM_BINARY_DIR "/bin/ormcompare", batchArguments({"--jobs", "2"}));
     QVERIFY(process.waitForFinished(120'000));
-    QVERIFY2(process.readAllStandardOutput().contains("2 made, 0 up to date, 1 failed"), process.readAllStandardError());
+    QVERIFY2(process.readAllStandardOutput().contains("2 made, 0 up to date, 0 failed"), process.readAllStandardError());
 }
 
 void tst_Batch::displayEndsWithTheProgram()
@@ -348,7 +401,7 @@ void tst_Batch::displayEndsWithTheProgram()
     {
         QProcess process;
         process.setProcessEnvironment(withoutDisplay());
-        process.start(ORM_BINARY_DIR "/bin/ormcompare", {path("root/plain"), "--frames", bKill ? "100000" : "1"});
+        process.start(ORM_BINARY_DIR "/bin/ormcompare", {path("root/plain"), "--size", "300x200", "--frames", bKill ? "100000" : "1"});
         QVERIFY(process.waitForStarted());
         QTRY_COMPARE_WITH_TIMEOUT(childrenOf(process.processId()).size(), 1, 60'000);
         const qint64 nServer = childrenOf(process.processId()).constFirst();

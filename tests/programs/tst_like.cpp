@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 
 #include <QFile>
+#include <QHash>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -26,6 +27,7 @@ private slots:
     void pictureIsRepeated_data();
     void pictureIsRepeated();
     void plotAndGrowthAreRepeated();
+    void usualFilesAreRepeated();
     void missingResultIsAReason();
     void changedValuesAreAReason();
     void pictureOfNothingKnownIsRefused();
@@ -89,6 +91,8 @@ void tst_Like::pictureIsRepeated()
     QVERIFY(QImage(path("a.png")) == QImage(path("b.png")));
     QVERIFY(QImage(path("aw.png")) == QImage(path("bw.png")));
     QVERIFY2(contents(path("a.png")) == contents(path("b.png")), "the text too");
+    QVERIFY2(contents(path("aw.png")) == contents(path("bw.png")), "the text too");
+    QVERIFY(QImage(path("aw.png")).text("OrmelleState").contains("\"picture\":\"window\""));
 }
 
 void tst_Like::plotAndGrowthAreRepeated()
@@ -103,6 +107,32 @@ void tst_Like::plotAndGrowthAreRepeated()
              0);
     QVERIFY(!contents(path("p.png")).isEmpty() && contents(path("p.png")) == contents(path("q.png")));
     QVERIFY(!contents(path("g.png")).isEmpty() && contents(path("g.png")) == contents(path("h.png")));
+}
+
+void tst_Like::usualFilesAreRepeated()
+{
+    QCOMPARE(runProgram("ormcompare", {path("study"), "--out", path("out"), "--size", "300x200", "--rotate", "30", "--quiet"}).m_nExit, 0);
+    const QHash<QString, QString> mapShows = {{"figure.png", "view"},
+                                              {"growth.png", "growth"},
+                                              {"plot-SOLA-chi2.png", "plot of SOLA Reduced Chi-Squared"},
+                                              {"plot-NOVA-voxelsize.png", "plot of NOVA Voxel Size"}};
+    for (auto it = mapShows.cbegin(); it != mapShows.cend(); ++it)
+    {
+        const QString strState = QImage(path("out/" + it.key())).text("OrmelleState");
+        QVERIFY2(strState.contains(QString("\"picture\":\"%1").arg(it.value())), qPrintable(it.key() + ": " + strState));
+    }
+    // Any of them makes all of them again.
+    QCOMPARE(
+        runProgram("ormcompare", {path("study"), "--like", path("out/plot-SOLA-chi2.png"), "--view", path("v.png"), "--plot",
+                                  "SOLA:chi2=" + path("c.png"), "--plot", "NOVA:voxelsize=" + path("x.png"), "--growth", path("w.png")})
+            .m_nExit,
+        0);
+    const QHash<QString, QString> mapAgain = {
+        {"figure.png", "v.png"}, {"growth.png", "w.png"}, {"plot-SOLA-chi2.png", "c.png"}, {"plot-NOVA-voxelsize.png", "x.png"}};
+    for (auto it = mapAgain.cbegin(); it != mapAgain.cend(); ++it)
+    {
+        QVERIFY2(contents(path("out/" + it.key())) == contents(path(it.value())), qPrintable(it.key()));
+    }
 }
 
 void tst_Like::missingResultIsAReason()
