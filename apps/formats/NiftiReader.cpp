@@ -76,6 +76,9 @@ QString problemOf(const nifti_1_header& header)
         if (nAxis <= 3 && (!std::isfinite(header.pixdim[nAxis]) || header.pixdim[nAxis] == 0.0F))
             return atByte(76 + 4 * nAxis, QStringLiteral("the spacing is no length"));
     }
+    // The library takes 0 for it. A slope that is no number is how some programs say that there is no scale.
+    if (std::isfinite(header.scl_slope) && header.scl_slope != 0.0F && !std::isfinite(header.scl_inter))
+        return atByte(116, QStringLiteral("what is to be added to the numbers is not finite"));
     EScalar eType = EScalar::Float;
     if (!scalarOf(header.datatype, eType))
         return atByte(70, QStringLiteral("the type %1 is no plain number").arg(header.datatype));
@@ -171,7 +174,7 @@ QString VolumeReaders::readNifti(const QString& strFile, const QByteArray& baCon
     volume.m_anSize = {qMax(1, pImage->nx), qMax(1, pImage->ny), qMax(1, pImage->nz)};
     scalarOf(pImage->datatype, volume.m_eType);
     volume.m_bBigEndian = (Q_BYTE_ORDER == Q_BIG_ENDIAN) != bSwapped;
-    if (pImage->scl_slope != 0.0F && std::isfinite(pImage->scl_slope) && std::isfinite(pImage->scl_inter))
+    if (pImage->scl_slope != 0.0F)
     {
         volume.m_fSlope = OpenText::decimalOf(pImage->scl_slope);
         volume.m_fIntercept = OpenText::decimalOf(pImage->scl_inter);

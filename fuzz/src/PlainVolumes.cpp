@@ -490,8 +490,9 @@ bool readNifti(const std::string& strFile, const std::string& strOther, SVolume&
     const double fSlope = header.at(112, "f4");
     const double fIntercept = header.at(116, "f4");
     const bool bScaled = fSlope != 0.0 && std::isfinite(fSlope);
-    return takeNumbers(strBytes.substr(static_cast<std::size_t>(nOffset), static_cast<std::size_t>(nBytes)), strType, bBig,
-                       bScaled ? decimal(fSlope) : 1.0, bScaled && std::isfinite(fIntercept) ? decimal(fIntercept) : 0.0, volume);
+    return (!bScaled || std::isfinite(fIntercept)) &&
+           takeNumbers(strBytes.substr(static_cast<std::size_t>(nOffset), static_cast<std::size_t>(nBytes)), strType, bBig,
+                       bScaled ? decimal(fSlope) : 1.0, bScaled ? decimal(fIntercept) : 0.0, volume);
 }
 
 SVolume read(bool (*fnRead)(const std::string&, const std::string&, SVolume&), const std::string& strFile, const std::string& strOther)

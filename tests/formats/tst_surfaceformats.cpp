@@ -131,6 +131,7 @@ private slots:
     void plyValuesOfEveryType();
     void plyCornersOfEveryType_data();
     void plyCornersOfEveryType();
+    void textsAreReadAsTheyAreWrittenElsewhere();
     void polygonsBecomeFans();
     void cornersAreWelded();
     void damagedFilesAreRefused_data();
@@ -271,6 +272,20 @@ void tst_surfaceformats::plyCornersOfEveryType()
     }
 }
 
+/// Blanks of every kind, remarks, empty lines, signs and words for numbers that are none.
+void tst_surfaceformats::textsAreReadAsTheyAreWrittenElsewhere()
+{
+    QByteArray ba = s_baAsciiPly;
+    ba.replace("element face", "obj_info made by hand\n\ncomment face 9\nelement face");
+    ba.replace("0 0 0 255 1 10.5\n", "+0\t0\v0\f255  1 +inf \r\n").replace(" -1e3\n", " -Infinity\n").replace("0.1 4e-3", "INF +4e-3");
+    SOpenSurface surface;
+    QCOMPARE(SurfaceReaders::readPly(ba, surface), QString());
+    QVERIFY(corners(surface) == expectedCorners());
+    constexpr float fInfinity = std::numeric_limits<float>::infinity();
+    QVERIFY((surface.m_vecMaps[1].m_vecValues == std::vector<float>{fInfinity, -fInfinity, 0.0F, 0.004F}));
+    QCOMPARE(surface.m_vecMaps[0].m_vecValues[3], fInfinity);
+}
+
 void tst_surfaceformats::polygonsBecomeFans()
 {
     SOpenSurface surface;
@@ -286,9 +301,10 @@ void tst_surfaceformats::polygonsBecomeFans()
 
 void tst_surfaceformats::cornersAreWelded()
 {
-    // Of two triangles, one falls together; the vertices stand in the order in which they are met.
+    // Of four triangles, three fall together; the vertices stand in the order in which they are met.
     QByteArray ba = "solid\n";
-    for (const char* pCorners : {"vertex 5 5 5\nvertex 1 0 0\nvertex 0 1 0\n", "vertex 1 0 0\nvertex 1 0 0\nvertex 9 9 9\n"})
+    for (const char* pCorners : {"vertex 5 5 5\nvertex 1 0 0\nvertex 0 1 0\n", "vertex 1 0 0\nvertex 1 0 0\nvertex 9 9 9\n",
+                                 "vertex 9 9 9\nvertex 1 0 0\nvertex 1 0 0\n", "vertex 1 0 0\nvertex 9 9 9\nvertex 1 0 0\n"})
     {
         ba += QByteArray("facet normal 0 0 1\nouter loop\n") + pCorners + "endloop\nendfacet\n";
     }
@@ -296,7 +312,7 @@ void tst_surfaceformats::cornersAreWelded()
     QCOMPARE(SurfaceReaders::readStl(ba + "endsolid\n", surface), QString());
     QVERIFY((surface.m_vecVertices == std::vector<float>{5, 5, 5, 1, 0, 0, 0, 1, 0, 9, 9, 9}));
     QVERIFY((surface.m_vecTriangles == std::vector<quint32>{0, 1, 2}));
-    QCOMPARE(surface.m_lstNotes, QStringList{"1 triangles with two equal corners were left out."});
+    QCOMPARE(surface.m_lstNotes, QStringList{"3 triangles with two equal corners were left out."});
 }
 
 void tst_surfaceformats::damagedFilesAreRefused_data()
@@ -325,6 +341,31 @@ void tst_surfaceformats::damagedFilesAreRefused_data()
                                          << "line 1029: more than 1024 properties";
     QTest::newRow("too many elements") << "a.ply" << ply("element face", numbered("element more# 0\n", 64) + "element face")
                                        << "line 74: more than 64 elements";
+    QTest::newRow("two signs") << "a.ply" << ply("2.25", "+-2.25") << "line 16: vertex 2 has no number for \"y\"";
+    QTest::newRow("plus twice") << "a.ply" << ply("2.25", "++2.25") << "line 16: vertex 2 has no number for \"y\"";
+    QTest::newRow("a property before any element")
+        << "a.ply" << ply("element vertex", "property int a\nelement vertex") << "line 4: \"property\" is not known in a header";
+    QTest::newRow("five words that are no list")
+        << "a.ply" << ply("list uchar int", "pair uchar int") << "line 12: a property needs a type and a name";
+    QTest::newRow("list of an unknown type") << "a.ply" << ply("list uchar int", "list quad int")
+                                             << "line 12: \"quad\" is no type for the length of a list";
+    QTest::newRow("list below 0") << "a.ply" << ply("3 0 2 1", "-3 0 2 1") << "line 18: face 0 has no number for \"vertex_indices\"";
+    QTest::newRow("corners are no list") << "a.ply" << ply("property list uchar int vertex_indices", "property int vertex_indices")
+                                         << "line 17: the faces have no list \"vertex_indices\"";
+    QTest::newRow("corner is no number") << "a.ply" << ply("3 0 2 1", "3 0 two 1")
+                                         << "line 18: face 0 has no number for \"vertex_indices\"";
+    QTest::newRow("corner beyond 32 bits") << "a.ply" << ply("3 0 2 1", "3 0 4294967296 1")
+                                           << "line 18: face 0 has the corner 4294967296, which is no vertex";
+    QTest::newRow("a line without a count") << "a.ply" << ply("3 0 2 1", "") << "line 21: the file ends before face 3 of 4";
+    QTest::newRow("neither vertices nor faces")
+        << "a.ply" << ply("element vertex", "element edge") << "line 13: the header has no element \"vertex\"";
+    QTest::newRow("a long word") << "a.ply"
+                                 << ply("double d580",
+                                        "d\x7F\xC3\xBC"
+                                        "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa d580")
+                                 << "line 10: the type \"d???aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa...\" is not known";
+    QTest::newRow("OBJ, too large") << "a.obj" << QByteArray(s_baObj).replace("2.25", "1e39")
+                                    << "line 6: the coordinate \"1e39\" is no finite number";
     QTest::newRow("corners that are fractions")
         << "a.ply" << ply("list uchar int", "list uchar float") << "line 18: face 0 has no number for \"vertex_indices\"";
     QTest::newRow("elements that are passed over are too few")

@@ -183,6 +183,8 @@ void tst_volumeformats::numbersInAFileOfTheirOwn_data()
                                             << "\n" + metaHeader("  \n", "a.raw") << "a.raw" << baNumbers;
     QTest::newRow("MetaImage, at the end") << "a.mhd" << metaHeader("HeaderSize = -1\n", "a.raw") << "a.raw"
                                            << "12345" + baNumbers;
+    QTest::newRow("MetaImage, packed, by a number")
+        << "a.mhd" << metaHeader("CompressedData = 1\n", "a.zraw") << "a.zraw" << packed(baNumbers, false);
     QTest::newRow("MetaImage, packed") << "a.mhd" << metaHeader("CompressedData = True\n", "a.zraw") << "a.zraw"
                                        << packed(baNumbers, false);
     QTest::newRow("NRRD") << "a.nhdr" << nrrdHeader("endian: little\nencoding: raw\ndata file: a.raw\n").chopped(1) << "a.raw" << baNumbers;
@@ -280,6 +282,16 @@ void tst_volumeformats::placesOfVoxels_data()
                       "space: LAS\nspace directions: (1,0,0) (0,1,0) (0,0,1)\nspace origin: (1,2,3)\nspace units: \"cm\" \"mm\" \"um\"\n") +
                baNumbers
         << "10 0 0 | 0 1 0 | 0 0 0.001 | 10 2 0.003" << int(ESpace::LAS);
+    QTest::newRow("NRRD, units by their names") << "a.nrrd"
+                                                << nrrdHeader(baRaw + "space: RAS\nspace directions: (1,0,0) (0,1,0) (0,0,1)\n"
+                                                                      "space units: \"millimeter\" \"millimetre\" \"m\"\n") +
+                                                       baNumbers
+                                                << "1 0 0 | 0 1 0 | 0 0 1000 | 0 0 0" << int(ESpace::RAS);
+    QTest::newRow("NRRD, micrometres") << "a.nrrd"
+                                       << nrrdHeader(baRaw + "space: RAS\nspace directions: (1,0,0) (0,1,0) (0,0,1)\n"
+                                                             "space units: \"\xC2\xB5m\" \"mm\" \"mm\"\n") +
+                                              baNumbers
+                                       << "0.001 0 0 | 0 1 0 | 0 0 1 | 0 0 0" << int(ESpace::RAS);
     QTest::newRow("NRRD, LPS") << "a.nrrd" << nrrdHeader(baRaw + "space: left-posterior-superior\n") + baNumbers
                                << "1 0 0 | 0 1 0 | 0 0 1 | 0 0 0" << int(ESpace::LPS);
 }
@@ -303,6 +315,13 @@ void tst_volumeformats::scaledNumbers()
     SOpenVolume volume;
     QCOMPARE(VolumeReaders::read("a.nii", nifti.header() + numbers(floats(), false), noSibling, volume), QString());
     QCOMPARE(volume.value(22), 23 * 0.1 - 2.0);
+    nifti.m_fIntercept = std::numeric_limits<float>::infinity();
+    QCOMPARE(VolumeReaders::read("a.nii", nifti.header() + numbers(floats(), false), noSibling, volume),
+             QString("byte 116: what is to be added to the numbers is not finite"));
+    nifti.m_fSlope = 1.0F;
+    nifti.m_fIntercept = 0.5F;
+    QCOMPARE(VolumeReaders::read("a.nii", nifti.header() + numbers(floats(), false), noSibling, volume), QString());
+    QCOMPARE(volume.value(22), 23.5);
     nifti.m_fSlope = std::numeric_limits<float>::quiet_NaN(); // how some programs say that there is none
     QCOMPARE(VolumeReaders::read("a.nii", nifti.header() + numbers(floats(), false), noSibling, volume), QString());
     QCOMPARE(volume.value(22), 23.0);
@@ -342,6 +361,7 @@ void tst_volumeformats::damagedFilesAreRefused_data()
     row("NIfTI, no dimensions", "a.nii", nifti(40, of<qint16>(0)), "byte 40: 0 dimensions");
     row("NIfTI, nine dimensions", "a.nii", nifti(40, of<qint16>(9)), "byte 40: 9 dimensions");
     row("NIfTI, size below 0", "a.nii", nifti(44, of<qint16>(-3)), "byte 44: a size of -3 voxels");
+    row("NIfTI, offset of a half byte", "a.nii", nifti(108, of(352.5F)), "byte 108: the numbers begin at no byte of a file");
     row("NIfTI, four dimensions", "a.nii", nifti(40, of<qint16>(4) + of<qint16>(2) + of<qint16>(3) + of<qint16>(2) + of<qint16>(2)),
         "byte 48: 2 numbers per voxel, of which only one can be read");
     row("NIfTI, too many voxels", "a.nii", nifti(42, of<qint16>(32767) + of<qint16>(32767) + of<qint16>(32767)),
@@ -368,6 +388,11 @@ void tst_volumeformats::damagedFilesAreRefused_data()
     row("MetaImage, no key", "a.mha", QByteArray("anything\n"), "line 1: \"anything\" is no \"key = value\"");
     row("MetaImage, plane", "a.mha", metaHeader("", "LOCAL").replace("NDims = 3", "NDims = 2"), "line 1: \"NDims\" is not 3");
     row("MetaImage, no image", "a.mha", metaHeader("ObjectType = Tube\n", "LOCAL") + baNumbers, "line 1: \"ObjectType\" is not Image");
+    row("MetaImage, no dimensions", "a.mha", metaHeader("", "LOCAL").replace("NDims = 3\n", ""), "line 1: \"NDims\" is not 3");
+    row("MetaImage, no type", "a.mha", metaHeader("", "LOCAL").replace("ElementType = MET_FLOAT\n", "") + baNumbers,
+        "line 1: the type of the numbers is not known");
+    row("MetaImage, head below -1", "a.mha", metaHeader("HeaderSize = -2\n", "LOCAL") + baNumbers,
+        "line 4: the numbers would begin outside the file");
     row("MetaImage, head no number", "a.mha", metaHeader("HeaderSize = few\n", "LOCAL") + baNumbers,
         "line 4: \"few\" is no number of bytes");
     row("MetaImage, colours", "a.mha", metaHeader("ElementNumberOfChannels = 3\n", "LOCAL") + baNumbers,
@@ -419,6 +444,20 @@ void tst_volumeformats::damagedFilesAreRefused_data()
         "line 8: the file has fewer lines");
     row("NRRD, bytes below -1", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nbyte skip: -2\n") + baNumbers,
         "line 8: this is no number of bytes that can be passed over");
+    const auto nrrd = [&](const char* pFields) { return nrrdHeader(QByteArray("endian: little\nencoding: raw\n") + pFields) + baNumbers; };
+    row("NRRD, version 0", "a.nrrd", QByteArray("NRRD0000\n"), "line 1: the file does not begin like NRRD 1 to 5");
+    row("NRRD, no version", "a.nrrd", QByteArray("NRRD000\n"), "line 1: the file does not begin like NRRD 1 to 5");
+    row("NRRD, vector without end", "a.nrrd", nrrd("space origin: (1,2,3\n"), "line 8: a vector of three numbers is needed");
+    row("NRRD, two origins", "a.nrrd", nrrd("space origin: (1,2,3) (4,5,6)\n"), "line 8: a vector of three numbers is needed");
+    row("NRRD, vector of words", "a.nrrd", nrrd("space origin: (1,two,3)\n"), "line 8: a vector of three numbers is needed");
+    row("NRRD, spacing of words", "a.nrrd", nrrd("spacings: 1 two 3\n"), "line 8: three numbers are needed");
+    row("NRRD, lines no number", "a.nrrd", nrrd("line skip: few\n"), "line 8: this is no number of lines");
+    row("NRRD, bytes no number", "a.nrrd", nrrd("byte skip: few\n"), "line 8: this is no number of bytes that can be passed over");
+    row("NRRD, packed, bytes before", "a.nrrd", nrrdHeader("endian: little\nencoding: gzip\nbyte skip: 3\n") + "xyz" + packed(baNumbers),
+        "line 8: this is no number of bytes that can be passed over");
+    row("NRRD, size 0", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\n", "float", "2 0 4") + baNumbers,
+        "line 5: a size of 0 voxels");
+    row("NRRD, no type", "a.nrrd", nrrd("").replace("type: float\n", ""), "line 7: the type of the numbers is not known");
     row("NRRD, units without marks", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspace units: mm mm mm\n"),
         "line 8: three units in quotation marks are needed");
     row("NRRD, two spacings", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nspacings: 1 1\n"), "line 8: three numbers are needed");
