@@ -105,3 +105,19 @@ function(orm_add_tests area)
             ENVIRONMENT "LANGUAGE=en;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home}/run;LIBGL_ALWAYS_SOFTWARE=1;QT_LOGGING_RULES=qt.*=false;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=0:allocator_may_return_null=1")
     endforeach()
 endfunction()
+
+# orm_add_scaled_tests(area test...) runs tests of orm_add_tests(area ...) once more with every pixel of a widget as one and a half and as
+# two of the display, as a user of a fine display has them. The display is one of their own, on which windows of that size have room.
+function(orm_add_scaled_tests area)
+    foreach(name IN LISTS ARGN)
+        get_property(environment TEST ${area}.${name} PROPERTY ENVIRONMENT)
+        get_property(timeout TEST ${area}.${name} PROPERTY TIMEOUT)
+        get_property(failure TEST ${area}.${name} PROPERTY FAIL_REGULAR_EXPRESSION)
+        foreach(factor 1.5 2)
+            set(scaled ${area}.${name}_scaled_${factor})
+            add_test(NAME ${scaled} COMMAND xvfb-run -a -s "-screen 0 3200x2400x24" $<TARGET_FILE:${name}>)
+            set_tests_properties(${scaled} PROPERTIES TIMEOUT ${timeout} FAIL_REGULAR_EXPRESSION "${failure}"
+                ENVIRONMENT "${environment};QT_SCALE_FACTOR=${factor}")
+        endforeach()
+    endforeach()
+endfunction()
