@@ -69,7 +69,6 @@ private:
     /// The same in a menu that opens inside the next key's press.
     static void chooseEntryLater(const QString& strText);
     /// Whether what has the keyboard looks otherwise than without it.
-    static bool showsFocus(QWidget* pWidget);
     static void activate(QWidget* pWindow);
     QWidget* openTool();
     /// Two sequences with two results each, and the tool with all of them listed.
@@ -208,19 +207,6 @@ void TestKeyboard::chooseEntryLater(const QString& strText)
     pTimer->start(1);
 }
 
-bool TestKeyboard::showsFocus(QWidget* pWidget)
-{
-    const QImage imgWith = pWidget->grab().toImage();
-    QApplication::focusWidget()->clearFocus();
-    const QImage imgWithout = pWidget->grab().toImage();
-    pWidget->setFocus(Qt::TabFocusReason);
-    int nOther = 0;
-    for (int nY = 0; nY < imgWith.height(); ++nY)
-        for (int nX = 0; nX < imgWith.width(); ++nX)
-            nOther += imgWith.pixel(nX, nY) != imgWithout.pixel(nX, nY) ? 1 : 0;
-    return nOther >= 10; // a text cursor alone has as many
-}
-
 void TestKeyboard::openStudyInTool()
 {
     for (const char* pszID : {"A", "B"})
@@ -279,7 +265,7 @@ void TestKeyboard::everyControlIsReached_data()
     QTest::addColumn<QString>("place");
     QTest::addColumn<QString>("theme");
     for (const char* pszTheme : {"system", "dark"})
-        for (const char* pszPlace : {"welcome", "list", "log", "tool, view"})
+        for (const char* pszPlace : {"welcome", "list", "log", "preferences", "shortcuts", "tool, view"})
             QTest::addRow("%s, %s", pszPlace, pszTheme) << QString::fromLatin1(pszPlace) << QString::fromLatin1(pszTheme);
 }
 
@@ -292,6 +278,12 @@ void TestKeyboard::everyControlIsReached()
         openStudy({"A", "B"});
     if (place == QLatin1String("log"))
         key(Qt::Key_L, Qt::ControlModifier);
+    if (place == QLatin1String("preferences") || place == QLatin1String("shortcuts"))
+    {
+        const bool bPreferences = place == QLatin1String("preferences");
+        bPreferences ? key(Qt::Key_Comma, Qt::ControlModifier) : key(Qt::Key_F1);
+        activate(TestWidgets::get<QDialog>(m_pWindow.get(), bPreferences ? "preferencesDialog" : "shortcutsDialog"));
+    }
     if (place.startsWith(QLatin1String("tool")))
     {
         openStudyInTool();
@@ -314,7 +306,6 @@ void TestKeyboard::everyControlIsReached()
     for (QWidget* pWidget : setControls)
         if (!lstForward.contains(pWidget) && qobject_cast<QRadioButton*>(pWidget) == nullptr)
             lstMissed.append(pWidget);
-    qInfo() << names(lstForward);
     QVERIFY2(lstMissed.isEmpty(), qPrintable(names(lstMissed)));
     // The way back is the same one.
     std::reverse(lstBack.begin(), lstBack.end());
@@ -324,7 +315,7 @@ void TestKeyboard::everyControlIsReached()
     for (QWidget* pWidget : lstForward)
     {
         pWidget->setFocus(Qt::TabFocusReason);
-        if (!showsFocus(pWidget))
+        if (!TestWidgets::showsFocus(pWidget))
             lstUnseen.append(pWidget);
     }
     QVERIFY2(lstUnseen.isEmpty(), qPrintable(names(lstUnseen)));

@@ -1,6 +1,7 @@
 #include "TestWidgets.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QWidget>
@@ -73,6 +74,19 @@ void selectEntries(QListWidget* pList, const QStringList& lstTexts)
     {
         clickEntry(pList, strText, Qt::ControlModifier);
     }
+}
+
+bool showsFocus(QWidget* pWidget)
+{
+    const QImage imgWith = pWidget->grab().toImage();
+    QApplication::focusWidget()->clearFocus();
+    const QImage imgWithout = pWidget->grab().toImage();
+    pWidget->setFocus(Qt::TabFocusReason);
+    int nOther = 0;
+    for (int nY = 0; nY < imgWith.height(); ++nY)
+        for (int nX = 0; nX < imgWith.width(); ++nX)
+            nOther += imgWith.pixel(nX, nY) != imgWithout.pixel(nX, nY) ? 1 : 0;
+    return nOther >= 10; // a text cursor alone has as many
 }
 
 } // namespace TestWidgets

@@ -50,4 +50,7 @@ void clickEntry(QListWidget* pList, const QString& strText, Qt::KeyboardModifier
 /// Makes exactly these entries the selected ones, by clicks.
 void selectEntries(QListWidget* pList, const QStringList& lstTexts);
 
+/// Whether a widget that has the keyboard looks other than without it; a text cursor alone does not count.
+bool showsFocus(QWidget* pWidget);
+
 } // namespace TestWidgets

@@ -51,21 +51,6 @@ COrmPreferencesDialog::COrmPreferencesDialog(COrmHostSettings& objSettings, QWid
     m_pNotice->setObjectName(QStringLiteral("preferencesNotice"));
     m_pNotice->setWordWrap(true);
     auto* pHint = new QLabel(tr("Every change counts at once."), this);
-    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::RestoreDefaults | QDialogButtonBox::Close, this);
-    pButtons->button(QDialogButtonBox::RestoreDefaults)->setObjectName(QStringLiteral("restoreDefaults"));
-    // Return in a field must press nothing.
-    const QList<QPushButton*> lstButtons = findChildren<QPushButton*>();
-    for (QPushButton* pButton : lstButtons)
-        pButton->setAutoDefault(false);
-    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::close);
-    connect(pButtons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
-            [this]
-            {
-                COrmPreference::restoreDefaults();
-                m_objSettings.setLanguage(QString());
-                fill();
-            });
-
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(makeColorBarGroup());
     pLayout->addWidget(makeViewGroup());
@@ -74,7 +59,24 @@ COrmPreferencesDialog::COrmPreferencesDialog(COrmHostSettings& objSettings, QWid
     pLayout->addWidget(m_pNotice);
     pLayout->addStretch();
     pLayout->addWidget(pHint);
+
+    // Made last, so that the way by Tab ends at them.
+    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::RestoreDefaults | QDialogButtonBox::Close, this);
+    pButtons->button(QDialogButtonBox::RestoreDefaults)->setObjectName(QStringLiteral("restoreDefaults"));
+    pButtons->button(QDialogButtonBox::Close)->setObjectName(QStringLiteral("closePreferences"));
     pLayout->addWidget(pButtons);
+    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    connect(pButtons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+            [this]
+            {
+                COrmPreference::restoreDefaults();
+                m_objSettings.setLanguage(QString());
+                fill();
+            });
+    // Return in a field must press nothing.
+    const QList<QPushButton*> lstButtons = findChildren<QPushButton*>();
+    for (QPushButton* pButton : lstButtons)
+        pButton->setAutoDefault(false);
     connect(COrmPreference::getSignalHandler(), &COrmSignalHandler::updatePreferenceSetting, this, &COrmPreferencesDialog::fill);
     fill();
 }

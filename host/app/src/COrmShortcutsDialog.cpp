@@ -41,6 +41,9 @@ COrmShortcutsDialog::COrmShortcutsDialog(QWidget* pParent)
     m_pCopy->setObjectName(QStringLiteral("shortcutsCopy"));
     m_pCopy->setToolTip(tr("Copy the selected lines, or all that are shown"));
     m_pCopy->setAutoDefault(false);
+    auto* pClose = pButtons->button(QDialogButtonBox::Close);
+    pClose->setObjectName(QStringLiteral("closeShortcuts"));
+    pClose->setAutoDefault(false); // Return in the filter closes nothing
 
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(m_pFilter);
