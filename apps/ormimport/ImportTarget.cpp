@@ -248,7 +248,8 @@ QString CImportTarget::writeNew(SSavedResult& result)
         if (strProblem.isEmpty())
         {
             strProblem = written(strMade + QLatin1String("/SequenceInfo.txt"),
-                                 SequenceFiles::sequenceInfo(result.m_strSequenceID, m_options.m_strSubject, m_options.m_date, lstClicks));
+                                 SequenceFiles::sequenceInfo(result.m_strSequenceID, m_options.m_strSubject,
+                                                             m_options.m_date.toString(Qt::ISODate), lstClicks));
         }
         if (strProblem.isEmpty() && !folder.moveTo(strPlace))
         {

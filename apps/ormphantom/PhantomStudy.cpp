@@ -295,7 +295,8 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
     {
         return false;
     }
-    const QByteArray aSequence = SequenceFiles::sequenceInfo(strID, QStringLiteral("Phantom mouse"), date, result.m_lstClickNumbers);
+    const QByteArray aSequence = SequenceFiles::sequenceInfo(
+        strID, QStringLiteral("Phantom mouse"), date.toString(Qt::ISODate) + QLatin1String("T09:30:00"), result.m_lstClickNumbers);
     // The sequence file comes last: a study that could not be written whole has no sequence without its results.
     return save(strXml + strKind + ".txt", aIndex, strError) && save(strFolder + "/SequenceInfo.txt", aSequence, strError);
 }

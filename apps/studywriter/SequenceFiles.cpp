@@ -19,12 +19,11 @@ QByteArray SequenceFiles::clickInfo(const SClickText& click)
     return aText;
 }
 
-QByteArray SequenceFiles::sequenceInfo(const QString& strSequenceID, const QString& strSubject, const QDate& date,
+QByteArray SequenceFiles::sequenceInfo(const QString& strSequenceID, const QString& strSubject, const QString& strDateTime,
                                        const QStringList& lstClickNumbers)
 {
     QByteArray aText = "[Sequence Information]\n" + line("Sequence", strSequenceID) + line("Subject", strSubject) +
-                       line("Date Time", date.toString(Qt::ISODate) + QLatin1String("T09:30:00")) + "\n[Click Numbers]\n" +
-                       line("Count", QString::number(lstClickNumbers.size()));
+                       line("Date Time", strDateTime) + "\n[Click Numbers]\n" + line("Count", QString::number(lstClickNumbers.size()));
     for (int nClick = 0; nClick < lstClickNumbers.size(); ++nClick)
     {
         aText += QByteArray::number(nClick + 1) + '=' + lstClickNumbers.at(nClick).toUtf8() + '\n';

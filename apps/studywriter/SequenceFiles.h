@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -24,8 +23,9 @@ namespace SequenceFiles
 /// A click of a sequence with a structured-light surface, with a field of view of 13.6 cm.
 QByteArray clickInfo(const SClickText& click);
 
-/// The info file of the sequence; the date stands with half past nine, as a time belongs to it.
-QByteArray sequenceInfo(const QString& strSequenceID, const QString& strSubject, const QDate& date, const QStringList& lstClickNumbers);
+/// The info file of the sequence. The date is one of ISO 8601, with the time of day or, where that is not known, without.
+QByteArray sequenceInfo(const QString& strSequenceID, const QString& strSubject, const QString& strDateTime,
+                        const QStringList& lstClickNumbers);
 
 /// The number of a click, from 1: the sequence's ID and three digits.
 QString clickNumber(const QString& strSequenceID, int nClick);

@@ -125,7 +125,7 @@ void TestHostSequences::datesAreShownReadably_data()
     QTest::newRow("with a zone") << "2026-08-01T09:30:00Z"
                                  << "2026-08-01 09:30";
     QTest::newRow("a day alone") << "2026-08-01"
-                                 << "2026-08-01 00:00";
+                                 << "2026-08-01";
     QTest::newRow("no such day") << "2026-02-31T00:00:00"
                                  << "2026-02-31T00:00:00";
     QTest::newRow("words") << "last Tuesday"

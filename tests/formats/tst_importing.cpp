@@ -133,9 +133,8 @@ void tst_importing::aSequenceIsMade()
     QCOMPARE(run.m_nExit, 0);
     const QMap<QString, QByteArray> mapStudy = contents(path("study"));
     QCOMPARE(mapStudy.value("Mouse_7_20260801_L/SequenceInfo.txt"),
-             QByteArray(
-                 "[Sequence Information]\nSequence=Mouse_7_20260801_L\nSubject=Mouse 7\nDate Time=2026-08-01T09:30:00\n\n[Click Numbers]\n"
-                 "Count=2\n1=Mouse_7_20260801_L_001\n2=Mouse_7_20260801_L_002\n"));
+             QByteArray("[Sequence Information]\nSequence=Mouse_7_20260801_L\nSubject=Mouse 7\nDate Time=2026-08-01\n\n[Click Numbers]\n"
+                        "Count=2\n1=Mouse_7_20260801_L_001\n2=Mouse_7_20260801_L_002\n"));
     QCOMPARE(mapStudy.value("Mouse_7_20260801_L/XML/SOLA.txt"), QByteArray("[SOLA_1]\nMenuName=source\nFileName=SOLA_1.xml\n"));
     QVERIFY(mapStudy.value("Mouse_7_20260801_L/Mouse_7_20260801_L_002/ClickInfo.txt").contains("Image Subtype=luminescent"));
     QCOMPARE(mapStudy.size(), 9); // four folders and the sequence's own, four files
@@ -413,7 +412,7 @@ void tst_importing::whatFailsLeavesNothing_data()
     QTest::newRow("another subject") << "" << QStringList{"--sequence", "THERE", "--subject", "Mouse 8"}
                                      << "%1/study/THERE/SequenceInfo.txt: its subject is \"Mouse 7\", not \"Mouse 8\".";
     QTest::newRow("another date") << "" << QStringList{"--sequence", "THERE", "--date", "2026-08-02"}
-                                  << "%1/study/THERE/SequenceInfo.txt: its date is \"2026-08-01T09:30:00\", not \"2026-08-02\".";
+                                  << "%1/study/THERE/SequenceInfo.txt: its date is \"2026-08-01\", not \"2026-08-02\".";
     QTest::newRow("another kind")
         << "" << QStringList{"--sequence", "THERE", "--kind", "NOVA"}
         << "%1/study/THERE/SequenceInfo.txt: it is a sequence of the kind SOLA, in which a NOVA result would not be listed.";

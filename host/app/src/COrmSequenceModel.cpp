@@ -121,7 +121,9 @@ QString COrmSequenceModel::resultsText(int nSOLA, int nNOVA)
 QString COrmSequenceModel::dateText(const QString& strDateTime)
 {
     const QDateTime objDate = dateOf(strDateTime);
-    return objDate.isValid() ? objDate.toString(QStringLiteral("yyyy-MM-dd HH:mm")) : strDateTime;
+    const bool bDayAlone = !strDateTime.contains(QLatin1Char(':')); // what no file says is not shown as midnight
+    return objDate.isValid() ? objDate.toString(bDayAlone ? QStringLiteral("yyyy-MM-dd") : QStringLiteral("yyyy-MM-dd HH:mm"))
+                             : strDateTime;
 }
 
 void COrmSequenceModel::insertLast(COrmSequenceDataset* pSequence)

@@ -36,7 +36,7 @@ public:
     static QString kindText(const COrmSequenceDataset& objSequence);
     /// "2 SOLA, 1 NOVA", "none".
     static QString resultsText(int nSOLA, int nNOVA);
-    /// The date as "2026-08-01 09:30"; a text that is no date is given back as it is.
+    /// The date as "2026-08-01 09:30", without a time where there is none; a text that is no date is given back as it is.
     static QString dateText(const QString& strDateTime);
 
 protected:
