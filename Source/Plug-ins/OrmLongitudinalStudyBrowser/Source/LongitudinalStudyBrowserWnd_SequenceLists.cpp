@@ -6,7 +6,6 @@
 
 #include <QIcon>
 #include <QListWidget>
-#include <QPixmap>
 
 void CLongitudinalStudyBrowserWnd::updateSequenceNameList(QList<QString>& lstSequences)
 {
@@ -62,7 +61,7 @@ void CLongitudinalStudyBrowserWnd::addSequenceItems(const QList<QString>& lstSeq
         return;
     }
     QListWidget* pList = m_objForm.m_pSequenceNameLW;
-    const QIcon objIcon{QPixmap(strIcon)};
+    const QIcon objIcon(strIcon);
     for (int i = 1; i < lstSequences.size(); ++i)
     {
         auto* pItem = new QListWidgetItem(objIcon, strPrefix + lstSequences.at(i), pList);
