@@ -115,7 +115,8 @@ public:
             fHighest = std::min(fHighest, (fExact + static_cast<double>(std::nextafter(fPlace, fInfinity))) / 2.0 - offset(fExact));
         }
         const double fMiddle = (fLowest + fHighest) / 2.0;
-        for (double fScale = 1.0; fScale < 1e12; fScale *= 10.0)
+        double fScale = 1.0;
+        for (int nDigits = 0; nDigits < 12; ++nDigits, fScale *= 10.0)
         {
             const double fRounded = std::round(fMiddle * fScale) / fScale;
             if (fRounded >= fLowest && fRounded <= fHighest && isRightWith(fRounded))

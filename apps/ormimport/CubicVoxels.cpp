@@ -342,21 +342,23 @@ QString spreadParts(const SOpenVolume& volume, const CAmounts& amounts, SCubicVo
     const double fParts = afParts[0] * afParts[1] * afParts[2];
     if (fParts * static_cast<double>(amounts.m_nPositive) > fMostParts)
         return QStringLiteral("volume: its voxels are too many for so small a grid; give a larger --voxel-size");
+    const std::array<qint64, 3> anParts = {static_cast<qint64>(afParts[0]), static_cast<qint64>(afParts[1]),
+                                           static_cast<qint64>(afParts[2])};
     amounts.each(
         [&](const std::array<qint64, 3>& anAt, double fAmount)
         {
             std::array<double, 3> afAt = {};
-            const auto part = [&](std::size_t n, double fPart)
-            { afAt[n] = static_cast<double>(anAt[n]) - 0.5 + (fPart + 0.5) / afParts[n]; };
-            for (double fK = 0.0; fK < afParts[2]; ++fK)
+            const auto part = [&](std::size_t n, qint64 nPart)
+            { afAt[n] = static_cast<double>(anAt[n]) - 0.5 + (static_cast<double>(nPart) + 0.5) / afParts[n]; };
+            for (qint64 k = 0; k < anParts[2]; ++k)
             {
-                part(2, fK);
-                for (double fJ = 0.0; fJ < afParts[1]; ++fJ)
+                part(2, k);
+                for (qint64 j = 0; j < anParts[1]; ++j)
                 {
-                    part(1, fJ);
-                    for (double fI = 0.0; fI < afParts[0]; ++fI)
+                    part(1, j);
+                    for (qint64 i = 0; i < anParts[0]; ++i)
                     {
-                        part(0, fI);
+                        part(0, i);
                         const Vector vecPlace = placeOf(volume, afAt);
                         cells.at({cells.cellOf(vecPlace[0], 0), cells.cellOf(vecPlace[1], 1), cells.cellOf(vecPlace[2], 2)}) +=
                             fAmount / fParts;
