@@ -157,8 +157,9 @@ bool COrmXYPlot::addDataLine(QString strName, X* pXVals, Y* pYVals, int nVals)
     DATALINE_INFO* pLine = lineForNewValues(strName, nVals);
     for (int i = 0; i < nVals; ++i)
     {
-        pLine->vecX.append(static_cast<double>(pXVals[i]));
-        pLine->vecY.append(static_cast<double>(pYVals[i]));
+        // Neither is null, as is required above.
+        pLine->vecX.append(static_cast<double>(pXVals[i])); // NOLINT(clang-analyzer-core.NullDereference)
+        pLine->vecY.append(static_cast<double>(pYVals[i])); // NOLINT(clang-analyzer-core.NullDereference)
     }
     return takeNewValues(strName, pLine);
 }
