@@ -53,9 +53,15 @@ private:
 
 namespace
 {
-/// Whether it is the menu of what found no place in a menu bar, which depends on the window's width of the moment.
+/// Whether it is the menu of what found no place in a menu bar, which depends on the window's width of the moment, or belongs to scroll
+/// bars, whose order is that in which they were shown.
 bool isRest(const QWidget* pWidget)
 {
+    for (const QWidget* pBars : {pWidget, static_cast<const QWidget*>(pWidget->parentWidget())})
+    {
+        if (pBars != nullptr && pBars->objectName().startsWith(QLatin1String("qt_scrollarea_")))
+            return true;
+    }
     const auto* pMenu = qobject_cast<const QMenu*>(pWidget);
     return pMenu != nullptr && pMenu->title().isEmpty() && qobject_cast<const QMenuBar*>(pMenu->parentWidget()) != nullptr;
 }
