@@ -89,6 +89,7 @@ function(orm_add_tests area)
         set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
         _orm_setup(${name} 100)
         target_compile_definitions(${name} PRIVATE ORM_SOURCE_DIR="${CMAKE_SOURCE_DIR}" ORM_BINARY_DIR="${CMAKE_BINARY_DIR}")
+        target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support)
         _orm_link(${name} PRIVATE 100 ${ARG_DEPENDS} Qt5::Test)
         add_test(NAME ${area}.${name} COMMAND ${name})
         # Who looks at the screen must have it alone: the windows of other tests would lie before its own.

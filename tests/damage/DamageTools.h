@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QByteArrayList>
 
-#include <ctime>
 #include <random>
 #include <string>
 
@@ -33,14 +32,6 @@ inline std::string bytes(const QByteArray& by)
 inline std::string plainUnit(int nKind)
 {
     return nKind == SResultDocument::NOVA ? "uncalibrated" : "photons/sec";
-}
-
-/// Seconds of processor time that this process has used: others may use the machine too.
-inline double processorSeconds()
-{
-    timespec objTime = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &objTime);
-    return static_cast<double>(objTime.tv_sec) + static_cast<double>(objTime.tv_nsec) * 1e-9;
 }
 
 /// The same damage in each run.

@@ -1,3 +1,4 @@
+#include "CProcessorMeter.h"
 #include "CompareResult.h"
 #include "CompareSettings.h"
 #include "DamageTools.h"
@@ -11,17 +12,11 @@
 
 using DamageTools::bytes;
 using DamageTools::plainUnit;
-using DamageTools::processorSeconds;
 using DamageTools::smallResult;
 
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr double g_dPatience = 20.0; ///< the sanitizers take their time
-#else
-constexpr double g_dPatience = 1.0; ///< seconds that a refusal may take
-#endif
 constexpr int g_nCompared = 4194304; ///< bytes up to which the second reader reads too
 
 using FnBytes = std::function<QByteArray()>;
@@ -335,14 +330,13 @@ void tst_damage_inputs::results()
     CWalkRecorder objMessages(SResultDocument::SOLA);
     SSOLAAnalysis objRecord;
     bool bRead = false;
-    const double dStart = processorSeconds();
+    const CProcessorMeter objMeter;
     {
         const CMemoryBound objBound(by.size() + 32 * 1024 * 1024);
         bRead = ResultDocument::read(ResultDocument::sola(), objMessages, strFile,
                                      {objRecord, objRecord.nWavelengthCount, objRecord.lstWavelengths});
     }
-    const double dSeconds = processorSeconds() - dStart;
-    QVERIFY2(dSeconds < g_dPatience, qPrintable(QString::number(dSeconds)));
+    QVERIFY2(objMeter.isWithinPatience(by.size()), qPrintable(QString::number(objMeter.seconds())));
     QVERIFY2(bRead == (nOutcome == Read), qPrintable(objLog.messages().join('\n')));
     const QString strLog = objLog.messages().join('\n');
     QVERIFY2(strReason.isEmpty() || strLog.contains(strReason), qPrintable(strLog));
@@ -411,13 +405,13 @@ void tst_damage_inputs::texts()
     QFETCH(QString, strReason);
     const QByteArray by = fnBytes();
     LogRecorder objLog;
-    const double dStart = processorSeconds();
+    const CProcessorMeter objMeter;
     QCOMPARE(CompareSettings::textBothWays(bytes(by)), nOutcome == Read);
     if (by.size() <= g_nCompared)
     {
         QCOMPARE(CompareSettings::filesBothWays(bytes(by)), nOutcome == Read);
     }
-    QVERIFY2(processorSeconds() - dStart < 2 * g_dPatience, "it took long"); // both readers
+    QVERIFY2(objMeter.isWithinPatience(by.size()), qPrintable(QString::number(objMeter.seconds())));
     const QString strLog = objLog.messages().join('\n');
     QVERIFY2(strReason.isEmpty() || strLog.contains(strReason), qPrintable(strLog));
 }

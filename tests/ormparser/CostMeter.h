@@ -2,39 +2,25 @@
 
 // What documents cost their readers, in time and memory.
 
+#include "CProcessorMeter.h"
 #include "MemoryMeter.h"
 #include "TestDocuments.h"
 
 #include <QMetaType>
 
-#include <ctime>
 #include <functional>
 
 constexpr long long nMegabyte = 1048576;
 constexpr long long nAllowedMemory = 32 * nMegabyte; ///< for a refusal, beyond the size of the file
-#ifdef __SANITIZE_ADDRESS__
-constexpr double fPatience = 20.0; ///< the sanitizers take their time
-#else
-constexpr double fPatience = 1.0;
-#endif
 
-/// Time and memory since it was made. Time is the processor's: others may use the machine too.
-class CostMeter
+/// Processor time and memory since it was made.
+class CostMeter : public CProcessorMeter
 {
 public:
-    CostMeter() : m_fStart(now()), m_nStart(MemoryMeter::restart()) {}
-    double seconds() const { return now() - m_fStart; }
+    CostMeter() : m_nStart(MemoryMeter::restart()) {}
     long long bytes() const { return MemoryMeter::peak() - m_nStart; }
 
 private:
-    static double now()
-    {
-        timespec objTime = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &objTime);
-        return static_cast<double>(objTime.tv_sec) + static_cast<double>(objTime.tv_nsec) * 1e-9;
-    }
-
-    double m_fStart;
     long long m_nStart;
 };
 

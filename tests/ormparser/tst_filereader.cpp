@@ -244,7 +244,7 @@ void tst_filereader::whatIsNoReadableFileIsRefusedAtOnce()
     QElapsedTimer objTimer;
     objTimer.start();
     QVERIFY(!OrmFileReader::read(strFile, baContent, &strError));
-    QVERIFY(objTimer.elapsed() < 100);
+    QVERIFY(objTimer.elapsed() < 5000); // nothing waits for the other end of a pipe
     QCOMPARE(strError, strFile + ": " + strReason);
     QCOMPARE(baContent, QByteArray("before"));
     QVERIFY(objLog.isOne(3, strError));

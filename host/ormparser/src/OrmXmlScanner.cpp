@@ -181,11 +181,12 @@ bool OrmXmlScanner::scanOutside()
 bool OrmXmlScanner::scanText()
 {
     const char* pRun = m_p;
-    skipBlanks(); // mostly there is nothing else between two tags
+    skipBlanks();            // mostly there is nothing else between two tags
+    const char* pStop = m_p; // up to here no tag begins: sought once, not anew behind each reference
     while (m_p < m_pEnd && *m_p != '<')
     {
-        const char* pChunkEnd = std::min(m_pEnd, m_p + std::min<qint64>(nTextChunk, m_pEnd - m_p));
-        const char* pStop = findByte(m_p, pChunkEnd, '<');
+        if (m_p >= pStop)
+            pStop = findByte(m_p, m_p + std::min<qint64>(nTextChunk, m_pEnd - m_p), '<');
         const char* pReference = findByte(m_p, pStop, '&');
         m_p = pReference;
         if (m_p - m_pChecked >= nTextChunk && !checkCharacters(m_p))
