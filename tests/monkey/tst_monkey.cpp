@@ -82,6 +82,42 @@ quint32 fromEnvironment(const char* pName, quint32 nOtherwise)
     }
     return nValue;
 }
+
+/// The tool with results of sequence M1 loaded, whose result "2a" has the same key as the result "a" of the sequence M12.
+class CSharedKey
+{
+public:
+    CMonkeyStudy objStudy;
+    CToolWindow objTool;
+
+    explicit CSharedKey(const QStringList& lstResults) : m_objRules(objTool, CMonkeyStudy::sharedKeys())
+    {
+        objTool.host().setAnswer([](const SMessageRequest&) { return int(QMessageBox::Yes); });
+        objTool.open(objStudy.folder());
+        load(lstResults);
+    }
+
+    void load(const QStringList& lstResults)
+    {
+        objTool.chooseSequence(QStringLiteral("SOLA M1"));
+        objTool.host().clear();
+        objTool.load(lstResults);
+    }
+
+    /// Removes M12: the shared key goes with it.
+    void loseKey()
+    {
+        objTool.chooseSequence(QStringLiteral("SOLA M12"));
+        objTool.host().clear();
+        QMetaObject::invokeMethod(&objTool.window(), "onClickRemoveAction");
+    }
+
+    QStringList tiles() { return objTool.tiles(); }
+    QString broken() { return m_objRules.broken(); }
+
+private:
+    CMonkeyRules m_objRules;
+};
 } // namespace
 
 void tst_Monkey::rules_data()
@@ -197,61 +233,41 @@ void tst_Monkey::rules()
 /// Of two results with one key, the one whose sequence stays keeps its tile when the key goes. The rules know this, and of this key alone.
 void tst_Monkey::sharedKey()
 {
-    const CMonkeyStudy objStudy;
-    CToolWindow objTool;
-    objTool.host().setAnswer([](const SMessageRequest&) { return int(QMessageBox::Yes); });
-    objTool.open(objStudy.folder());
-    CMonkeyRules objRules(objTool, CMonkeyStudy::sharedKeys());
-    objTool.chooseSequence(QStringLiteral("SOLA M1"));
-    objTool.load({QStringLiteral("2a"), QStringLiteral("b")});
-    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
-    QCOMPARE(objRules.broken(), QString());
+    CSharedKey objShared({QStringLiteral("2a"), QStringLiteral("b")});
+    QCOMPARE(objShared.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
+    QCOMPARE(objShared.broken(), QString());
 
-    objTool.chooseSequence(QStringLiteral("SOLA M12"));
-    objTool.host().clear();
-    QMetaObject::invokeMethod(&objTool.window(), "onClickRemoveAction");
-    QCOMPARE(objTool.view().getLoadedResult(), QStringList({QStringLiteral("M1b")}));
-    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
-    QCOMPARE(objRules.broken(), QString());
+    objShared.loseKey();
+    QCOMPARE(objShared.objTool.view().getLoadedResult(), QStringList({QStringLiteral("M1b")}));
+    QCOMPARE(objShared.tiles(), QStringList({QStringLiteral("M12a"), QStringLiteral("M1b")}));
+    QCOMPARE(objShared.broken(), QString());
 
-    objTool.chooseSequence(QStringLiteral("SOLA M1"));
-    objTool.host().clear();
-    objTool.load({QStringLiteral("2a")});
-    QCOMPARE(objTool.tiles().count(QStringLiteral("M12a")), 2);
-    QCOMPARE(objRules.broken(), QString());
+    objShared.load({QStringLiteral("2a")});
+    QCOMPARE(objShared.tiles().count(QStringLiteral("M12a")), 2);
+    QCOMPARE(objShared.broken(), QString());
 
-    objTool.view().getLoadedResult().removeAll(QStringLiteral("M1b"));
-    QVERIFY(objRules.broken().contains(QStringLiteral("a tile without its key")));
+    objShared.objTool.view().getLoadedResult().removeAll(QStringLiteral("M1b"));
+    QVERIFY(objShared.broken().contains(QStringLiteral("a tile without its key")));
 }
 
 /// The tile whose key went with another sequence holds no unit any more; a result that has its key does, and the rules see to that.
 void tst_Monkey::unitOfSharedKey()
 {
-    const CMonkeyStudy objStudy;
-    CToolWindow objTool;
-    objTool.host().setAnswer([](const SMessageRequest&) { return int(QMessageBox::Yes); });
-    objTool.open(objStudy.folder());
-    CMonkeyRules objRules(objTool, CMonkeyStudy::sharedKeys());
-    objTool.chooseSequence(QStringLiteral("SOLA M1"));
-    objTool.load({QStringLiteral("2a")});
-    QCOMPARE(objRules.broken(), QString());
-    auto* pUnit = objTool.get<QWidget>("m_pSOLAGB");
+    CSharedKey objShared({QStringLiteral("2a")});
+    QCOMPARE(objShared.broken(), QString());
+    auto* pUnit = objShared.objTool.get<QWidget>("m_pSOLAGB");
     QVERIFY(!pUnit->isEnabled());
 
-    objTool.chooseSequence(QStringLiteral("SOLA M12"));
-    objTool.host().clear();
-    QMetaObject::invokeMethod(&objTool.window(), "onClickRemoveAction");
-    QCOMPARE(objTool.tiles(), QStringList({QStringLiteral("M12a")}));
+    objShared.loseKey();
+    QCOMPARE(objShared.tiles(), QStringList({QStringLiteral("M12a")}));
     QVERIFY(pUnit->isEnabled());
-    QCOMPARE(objRules.broken(), QString());
+    QCOMPARE(objShared.broken(), QString());
 
-    objTool.chooseSequence(QStringLiteral("SOLA M1"));
-    objTool.host().clear();
-    objTool.load({QStringLiteral("b")});
+    objShared.load({QStringLiteral("b")});
     QVERIFY(!pUnit->isEnabled());
-    QCOMPARE(objRules.broken(), QString());
+    QCOMPARE(objShared.broken(), QString());
     pUnit->setEnabled(true);
-    QVERIFY(objRules.broken().startsWith(QStringLiteral("the unit in m_pSOLAGB is free: tiles M12a, M1b, keys M1b")));
+    QVERIFY(objShared.broken().startsWith(QStringLiteral("the unit in m_pSOLAGB is free: tiles M12a, M1b, keys M1b")));
 }
 
 /// A view without extent paints no frame, so a SOLA result that is loaded behind a NOVA one stays behind it; the rules know this.
