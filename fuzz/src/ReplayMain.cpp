@@ -9,6 +9,9 @@
 
 #include <cstdio>
 
+/// What a target that needs it does first; libFuzzer calls it too.
+extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int* pnArguments, char*** pppArguments);
+
 namespace
 {
 QStringList filesOf(const QString& strPath)
@@ -25,7 +28,8 @@ QStringList filesOf(const QString& strPath)
 
 int main(int argc, char* argv[])
 {
-    LLVMFuzzerInitialize(&argc, &argv);
+    if (LLVMFuzzerInitialize)
+        LLVMFuzzerInitialize(&argc, &argv);
     int nFiles = 0;
     for (int i = 1; i < argc; ++i)
     {

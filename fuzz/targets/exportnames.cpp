@@ -131,17 +131,12 @@ void repair(const QString& strEntered, const QString& strFilter)
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*pnArguments*/, char*** /*pppArguments*/)
-{
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
     CFuzzInput objIn(pData, nSize);
     std::string strPath;
     int nFilter = static_cast<int>(nSize);
-    if (nSize > 0 && pData[0] == FuzzTarget::nChoices)
+    if (FuzzTarget::isChoices(pData, nSize))
     {
         objIn.byte();
         nFilter = objIn.byte();

@@ -81,14 +81,9 @@ void numbersBothWays(const std::string& strText)
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*pnArguments*/, char*** /*pppArguments*/)
-{
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
-    if (nSize == 0 || pData[0] != FuzzTarget::nChoices)
+    if (!FuzzTarget::isChoices(pData, nSize))
     {
         const std::string strText(reinterpret_cast<const char*>(pData), nSize);
         numbersBothWays(strText);

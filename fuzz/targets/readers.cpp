@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerInitialize(int* pnArguments, char*** pppArguments)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
-    if (nSize > 0 && pData[0] == FuzzTarget::nChoices)
+    if (FuzzTarget::isChoices(pData, nSize))
     {
         const DocumentGrammar::SBuilt objBuilt = DocumentGrammar::build(pData + 1, nSize - 1);
         FuzzTarget::tookInput(CompareResult::readBothWays(objBuilt.m_strText, objBuilt.m_bNova, objBuilt.m_strUnit));

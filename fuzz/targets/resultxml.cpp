@@ -229,16 +229,10 @@ private:
 };
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*pnArguments*/, char*** /*pppArguments*/)
-{
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
-    const bool bBuilt = nSize > 0 && pData[0] == FuzzTarget::nChoices;
     const std::string strDocument =
-        bBuilt ? DocumentGrammar::build(pData + 1, nSize - 1).m_strText : std::string(reinterpret_cast<const char*>(pData), nSize);
+        FuzzTarget::textOf(pData, nSize, [](const std::uint8_t* p, std::size_t n) { return DocumentGrammar::build(p, n).m_strText; });
     CFuzzInput objChoices(pData + nSize / 2, nSize - nSize / 2);
     const long long nTree = 200LL * static_cast<long long>(strDocument.size()); // what the second reader may take
     const CMemoryBound objBound(nTree + nAllowedMemory);

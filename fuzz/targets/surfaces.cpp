@@ -52,16 +52,9 @@ bool bothWays(const char* pFormat, const std::string& strFile, QString (*fnRead)
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*pnArguments*/, char*** /*pppArguments*/)
-{
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
-    const bool bBuilt = nSize > 0 && pData[0] == FuzzTarget::nChoices;
-    const std::string strFile =
-        bBuilt ? FormatGrammar::surface(pData + 1, nSize - 1) : std::string(reinterpret_cast<const char*>(pData), nSize);
+    const std::string strFile = FuzzTarget::textOf(pData, nSize, FormatGrammar::surface);
     // Each reader must cope with files of the others.
     bool bTaken = bothWays("PLY", strFile, SurfaceReaders::readPly, PlainFormats::ply);
     bTaken = bothWays("STL", strFile, SurfaceReaders::readStl, PlainFormats::stl) || bTaken;

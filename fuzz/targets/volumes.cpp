@@ -67,15 +67,10 @@ bool bothWays(const char* pFormat, const std::string& strFile, const std::string
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*pnArguments*/, char*** /*pppArguments*/)
-{
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
 {
     FormatGrammar::SBuilt built;
-    if (nSize > 0 && pData[0] == FuzzTarget::nChoices)
+    if (FuzzTarget::isChoices(pData, nSize))
         built = FormatGrammar::volume(pData + 1, nSize - 1);
     else
     {
