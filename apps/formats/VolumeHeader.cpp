@@ -48,7 +48,9 @@ QString VolumeHeader::openFile(const SVolumeHeader& header, const char* pName, c
 {
     const SVolumeHeader::SField* pFile = header.find(pName);
     const std::string_view strFile = pFile != nullptr ? pFile->m_strValue : std::string_view();
-    if (OpenText::isSameIgnoringCase(strFile.substr(0, 4), "list") || strFile.find('%') != std::string_view::npos)
+    // "LIST", which a number may follow, and a pattern of names stand for several; a file may have a name that begins like that.
+    const std::string_view strWord = strFile.substr(0, strFile.find_first_of(" \t"));
+    if (OpenText::isSameIgnoringCase(strWord, "list") || strFile.find('%') != std::string_view::npos)
         return header.at(pName, QStringLiteral("numbers in several files are not read"));
     nAt = 0;
     const QString strProblem = fnSibling(VolumeParts::nameOf(strFile), baNumbers);

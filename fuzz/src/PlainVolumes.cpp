@@ -183,6 +183,13 @@ private:
 
 using Fields = std::map<std::string, std::string>;
 
+/// Whether a value in lower case names more than one file.
+bool isSeveral(const std::string& strName)
+{
+    const bool bList = strName == "list" || strName.rfind("list ", 0) == 0 || strName.rfind("list\t", 0) == 0;
+    return bList || strName.find('%') != std::string::npos;
+}
+
 const std::string* find(const Fields& mapFields, std::initializer_list<const char*> lstNames)
 {
     for (const char* pName : lstNames)
@@ -278,7 +285,7 @@ bool readMetaImage(const std::string& strFile, const std::string& strOther, SVol
         volume.m_aafStep[n / 3][n % 3] = vecSpacing[n / 3] * vecTurn[n];
     std::copy(vecOrigin.begin(), vecOrigin.end(), volume.m_afOrigin.begin());
     const std::string strName = lower(mapFields["elementdatafile"]);
-    if (!isPlaced(volume) || strName.substr(0, 4) == "list" || strName.find('%') != std::string::npos)
+    if (!isPlaced(volume) || isSeveral(strName))
         return false;
     const bool bLocal = strName == "local";
     const std::string strNumbers = bLocal ? strFile.substr(line.m_nNext) : strOther;
@@ -436,7 +443,7 @@ bool readNrrd(const std::string& strFile, const std::string& strOther, SVolume& 
     std::string strNumbers = strFile.substr(nBody);
     if (const std::string* pFile = find(mapFields, {"datafile"}))
     {
-        if (lower(pFile->substr(0, 4)) == "list" || pFile->find('%') != std::string::npos)
+        if (isSeveral(lower(*pFile)))
             return false;
         strNumbers = strOther;
     }

@@ -177,6 +177,7 @@ void tst_volumeformats::numbersInAFileOfTheirOwn_data()
     QTest::newRow("NIfTI, capitals") << "A.HDR" << nifti.header() << "A.IMG" << baNumbers;
     QTest::newRow("NIfTI, packed") << "a.hdr.gz" << packed(nifti.header()) << "a.img.gz" << packed(baNumbers);
     QTest::newRow("MetaImage") << "a.mhd" << metaHeader("", "a.raw") << "a.raw" << baNumbers;
+    QTest::newRow("MetaImage, a name like a list's") << "a.mhd" << metaHeader("", "Listed.raw") << "Listed.raw" << baNumbers;
     QTest::newRow("MetaImage, with a head") << "a.mhd" << metaHeader("HeaderSize = 7\n", "b c.raw") << "b c.raw"
                                             << "1234567" + baNumbers;
     QTest::newRow("MetaImage, empty lines") << "a.mhd"
@@ -187,6 +188,8 @@ void tst_volumeformats::numbersInAFileOfTheirOwn_data()
         << "a.mhd" << metaHeader("CompressedData = 1\n", "a.zraw") << "a.zraw" << packed(baNumbers, false);
     QTest::newRow("MetaImage, packed") << "a.mhd" << metaHeader("CompressedData = True\n", "a.zraw") << "a.zraw"
                                        << packed(baNumbers, false);
+    QTest::newRow("NRRD, a name like a list's")
+        << "a.nhdr" << nrrdHeader("endian: little\nencoding: raw\ndata file: list.raw\n").chopped(1) << "list.raw" << baNumbers;
     QTest::newRow("NRRD") << "a.nhdr" << nrrdHeader("endian: little\nencoding: raw\ndata file: a.raw\n").chopped(1) << "a.raw" << baNumbers;
     QTest::newRow("NRRD, lines and bytes before")
         << "a.nhdr" << nrrdHeader("endian: little\nencoding: raw\nline skip: 2\nbyteskip: 3\ndatafile: a.raw\n") << "a.raw"
@@ -469,6 +472,9 @@ void tst_volumeformats::damagedFilesAreRefused_data()
         "line 8: this is no number of lines");
     row("NRRD, bytes behind the end", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\nbyte skip: 1000\n") + baNumbers,
         "line 8: the numbers would begin outside the file");
+    row("MetaImage, a list of planes", "a.mha", metaHeader("", "LIST\t2"), "line 6: numbers in several files are not read");
+    row("NRRD, a list", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\ndata file: list 2\n"),
+        "line 8: numbers in several files are not read");
     row("NRRD, many files", "a.nrrd", nrrdHeader("endian: little\nencoding: raw\ndata file: a%03d.raw 1 9 1\n"),
         "line 8: numbers in several files are not read");
     row("another format", "a.dcm", baNumbers, "name: the extension is none of .nii, .nii.gz, .hdr, .mha, .mhd, .nrrd and .nhdr");
