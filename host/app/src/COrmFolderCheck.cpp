@@ -1,8 +1,9 @@
 #include "COrmFolderCheck.h"
 
+#include "OrmBackground.h"
+
 #include <QFileInfo>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 /// What the threads and the check share; it outlives both.
@@ -33,7 +34,7 @@ void COrmFolderCheck::check(const QStringList& lstFolders)
         if (m_setAsked.contains(strFolder))
             continue; // a second thread would wait beside the first
         m_setAsked.insert(strFolder);
-        std::thread(
+        const bool bBegun = OrmBackground::run(
             [pShared = m_pShared, fnExists = m_fnExists, strFolder]
             {
                 const bool bThere = fnExists(strFolder);
@@ -42,8 +43,9 @@ void COrmFolderCheck::check(const QStringList& lstFolders)
                     QMetaObject::invokeMethod(
                         pShared->m_pReceiver, [p = pShared->m_pReceiver, strFolder, bThere] { p->take(strFolder, bThere); },
                         Qt::QueuedConnection);
-            })
-            .detach();
+            });
+        if (!bBegun)
+            m_setAsked.remove(strFolder); // asked for again the next time
     }
 }
 

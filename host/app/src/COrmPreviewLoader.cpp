@@ -1,8 +1,9 @@
 #include "COrmPreviewLoader.h"
 
+#include "OrmBackground.h"
+
 #include <exception>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 /// What the thread and the loader share; it outlives both.
@@ -10,6 +11,14 @@ struct COrmPreviewLoader::SShared
 {
     std::mutex m_objMutex;
     COrmPreviewLoader* m_pReceiver = nullptr; ///< null once the receiver is gone
+
+    void hand(const SSequencePreview& sPreview)
+    {
+        const std::lock_guard<std::mutex> objLock(m_objMutex);
+        if (m_pReceiver != nullptr)
+            QMetaObject::invokeMethod(
+                m_pReceiver, [p = m_pReceiver, sPreview] { p->take(sPreview); }, Qt::QueuedConnection);
+    }
 };
 
 COrmPreviewLoader::COrmPreviewLoader(QObject* pParent) : QObject(pParent), m_pShared(std::make_shared<SShared>())
@@ -41,8 +50,14 @@ void COrmPreviewLoader::forget()
 void COrmPreviewLoader::start(const SSequenceFacts& sFacts)
 {
     m_bReading = true;
-    std::thread(
-        [pShared = m_pShared, sFacts]
+    const auto fnWithout = []
+    {
+        SSequencePreview sPreview;
+        sPreview.m_strPictureText = tr("There is too little memory for a preview.");
+        return sPreview;
+    };
+    const bool bBegun = OrmBackground::run(
+        [fnWithout, pShared = m_pShared, sFacts]
         {
             SSequencePreview sPreview;
             try
@@ -51,14 +66,12 @@ void COrmPreviewLoader::start(const SSequenceFacts& sFacts)
             }
             catch (const std::exception&)
             {
-                sPreview.m_strPictureText = tr("There is too little memory for a preview.");
+                sPreview = fnWithout();
             }
-            const std::lock_guard<std::mutex> objLock(pShared->m_objMutex);
-            if (pShared->m_pReceiver != nullptr)
-                QMetaObject::invokeMethod(
-                    pShared->m_pReceiver, [p = pShared->m_pReceiver, sPreview] { p->take(sPreview); }, Qt::QueuedConnection);
-        })
-        .detach();
+            pShared->hand(sPreview);
+        });
+    if (!bBegun)
+        m_pShared->hand(fnWithout());
 }
 
 void COrmPreviewLoader::take(const SSequencePreview& sPreview)

@@ -2,6 +2,7 @@
 
 #include "COrmLog.h"
 #include "COrmSequenceCollection.h"
+#include "OrmBackground.h"
 
 #include <QElapsedTimer>
 #include <atomic>
@@ -10,7 +11,6 @@
 #include <deque>
 #include <exception>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace
@@ -72,6 +72,11 @@ struct COrmSequenceOpener::SShared
             sOutcome.m_lstProblems.append(
                 COrmSequenceOpener::tr("The search for sequences ended early: %1.").arg(QString::fromLocal8Bit(objError.what())));
         }
+        end(sOutcome);
+    }
+
+    void end(const SScanOutcome& sOutcome)
+    {
         const std::lock_guard<std::mutex> objLock(m_objMutex);
         m_sOutcome = sOutcome;
         m_bEnded = true;
@@ -114,7 +119,12 @@ void COrmSequenceOpener::startNext()
     m_pShared = std::make_shared<SShared>();
     m_pShared->m_pReceiver = this;
     // The thread is let go at once, since nobody may have to wait for a folder that does not answer.
-    std::thread([pShared = m_pShared, lstPaths = std::exchange(m_lstWaiting, {})] { pShared->run(lstPaths); }).detach();
+    if (!OrmBackground::run([pShared = m_pShared, lstPaths = std::exchange(m_lstWaiting, {})] { pShared->run(lstPaths); }))
+    {
+        SScanOutcome sOutcome;
+        sOutcome.m_lstProblems.append(tr("The search for sequences could not begin: close other programs and try again."));
+        m_pShared->end(sOutcome);
+    }
 }
 
 void COrmSequenceOpener::cancel()

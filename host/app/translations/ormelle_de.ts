@@ -898,6 +898,10 @@ Schaffen Sie Platz, geben Sie sich dort Schreibrechte oder öffnen Sie eine eige
 <context>
     <name>COrmSequenceOpener</name>
     <message>
+        <source>The search for sequences could not begin: close other programs and try again.</source>
+        <translation>Die Suche nach Sequenzen konnte nicht beginnen: Schließen Sie andere Programme und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
         <source>The search for sequences ended early: %1.</source>
         <translation>Die Suche nach Sequenzen endete vorzeitig: %1.</translation>
     </message>
