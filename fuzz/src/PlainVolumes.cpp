@@ -136,10 +136,10 @@ public:
         const int nDimensions = shortAt(40);
         if (nDimensions < 1 || nDimensions > 7)
             return false;
-        for (int n = 1; n <= nDimensions; ++n)
+        for (std::size_t n = 1; n <= static_cast<std::size_t>(nDimensions); ++n)
         {
-            const int nSize = shortAt(static_cast<std::size_t>(40 + 2 * n));
-            const double fSpacing = at(static_cast<std::size_t>(76 + 4 * n), "f4");
+            const int nSize = shortAt(40 + 2 * n);
+            const double fSpacing = at(76 + 4 * n, "f4");
             if (nSize < 1 || (n > 3 && nSize != 1) || (n <= 3 && (!std::isfinite(fSpacing) || fSpacing == 0.0)))
                 return false;
         }
@@ -159,8 +159,8 @@ public:
         const int nUnit = m_strHeader[123] & 7;
         const double fLength = nUnit == 1 ? 1000.0 : nUnit == 3 ? 0.001 : 1.0;
         const int nDimensions = shortAt(40);
-        for (int n = 0; n < 3; ++n)
-            volume.m_anSize[static_cast<std::size_t>(n)] = n < nDimensions ? shortAt(static_cast<std::size_t>(42 + 2 * n)) : 1;
+        for (std::size_t n = 0; n < 3; ++n)
+            volume.m_anSize[n] = static_cast<int>(n) < nDimensions ? shortAt(42 + 2 * n) : 1;
         if (shortAt(254) <= 0)
         {
             volume.m_bUnsure = shortAt(252) > 0 || nDimensions < 3; // what a quaternion or a missing axis makes is the library's
@@ -271,7 +271,7 @@ bool readMetaImage(const std::string& strFile, const std::string& strOther, SVol
         (find(mapFields, {"binarydata"}) != nullptr && !isTrue(find(mapFields, {"binarydata"}))) || pType == nullptr ||
         mapTypes.count(*pType) == 0 || !sizes(find(mapFields, {"dimsize"}), volume))
         return false;
-    const std::string strType = mapTypes.at(*pType);
+    const std::string& strType = mapTypes.at(*pType);
     std::vector<double> vecSpacing = {1, 1, 1};
     std::vector<double> vecOrigin = {0, 0, 0};
     std::vector<double> vecTurn = {1, 0, 0, 0, 1, 0, 0, 0, 1};
