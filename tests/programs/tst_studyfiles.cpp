@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <atomic>
+#include <thread>
+
 namespace
 {
 bool write(const QString& strFile, const QByteArray& aBytes)
@@ -39,6 +42,7 @@ private slots:
     void harmIsSeen_data();
     void harmIsSeen();
     void folderIsTakenOnce();
+    void stoppedAsItBeginsItLeavesNothing();
     void folderThatCannotBeMadeIsSaid();
 };
 
@@ -193,6 +197,41 @@ void tst_StudyFiles::folderIsTakenOnce()
     second.forget();
     QCOMPARE(first.commit("one", true), QString());
     QVERIFY(first.isUpToDate("one"));
+}
+
+void tst_StudyFiles::stoppedAsItBeginsItLeavesNothing()
+{
+    const QTemporaryDir root;
+    const QString strFolder = root.filePath("out");
+    int nBegun = 0;
+    for (int nRound = 0; nRound < 400; ++nRound)
+    {
+        CStudyFolder folder(strFolder);
+        std::atomic<bool> bGo{false};
+        QString strWrong;
+        std::thread beginner(
+            [&]
+            {
+                while (!bGo)
+                {
+                }
+                strWrong = folder.begin();
+            });
+        bGo = true;
+        // From before the beginning to behind its end.
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.nsecsElapsed() < 1000 * nRound)
+        {
+        }
+        folder.abandon();
+        beginner.join();
+        QVERIFY2(strWrong.isEmpty() || strWrong == QLatin1String("Stopped."), qPrintable(strWrong));
+        nBegun += strWrong.isEmpty() ? 1 : 0;
+        const QStringList lstLeft = QDir(strFolder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        QVERIFY2(lstLeft.isEmpty(), qPrintable(lstLeft.join(' ')));
+    }
+    qInfo("%d of 400 had begun", nBegun);
 }
 
 void tst_StudyFiles::folderThatCannotBeMadeIsSaid()
