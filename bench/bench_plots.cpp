@@ -32,8 +32,10 @@ C3DVolume volume(int nResult)
     for (int i = 0; i < kVoxels; ++i)
     {
         const float fValue = static_cast<float>((nResult + 1) * (1.0 + std::sin(0.001 * i)));
-        vecVoxels.append({static_cast<float>(i % 50), static_cast<float>(i / 50 % 50), static_cast<float>(i / 2500),
-                          C3DSGNode::m_nObjectCount++, fValue});
+        const int nRow = i / 50;
+        const int nPlane = nRow / 50;
+        vecVoxels.append(
+            {static_cast<float>(i % 50), static_cast<float>(nRow % 50), static_cast<float>(nPlane), C3DSGNode::m_nObjectCount++, fValue});
     }
     C3DVolume objVolume{QString()};
     if (!objVolume.takeVoxelData(1.0f, vecVoxels, 0.0f, 2.0f * kResults))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommandLine.h"
+#include "PictureState.h"
 
 #include <QRectF>
 #include <QSize>
@@ -23,17 +24,6 @@ struct SPlotRequest
     int m_nKind = -1;   ///< 0 SOLA, 1 NOVA, -1 the first kind that is loaded
     int m_nMeasure = 0; ///< entry of the window's list of measures
     QString m_strFile;
-};
-
-/// A saved result by its names.
-struct SResultKey
-{
-    QString m_strKind;     ///< "SOLA" or "NOVA"
-    QString m_strSequence; ///< sequence ID
-    QString m_strName;     ///< result name
-
-    /// What patterns are compared with, and what the user reads.
-    QString text() const { return m_strKind + QLatin1Char(' ') + m_strSequence + QLatin1Char('/') + m_strName; }
 };
 
 /// What the command line asks for.

@@ -84,7 +84,6 @@ private:
     /// What a picture that is written now shows.
     SPictureState state(const QString& strPicture) const;
     void compareWithLike();
-    QString unitOf(int nKind) const;
     SLoadedResult figures(const sAnalysisBase& result) const;
     /// A file's name for the user.
     QString shownName(const QString& strFile) const;

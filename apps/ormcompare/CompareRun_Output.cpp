@@ -3,13 +3,13 @@
 #include "COrmXYPlot.h"
 #include "OrmFileWriter.h"
 #include "OrmImageFile.h"
+#include "ShownState.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QPainter>
-#include <QRadioButton>
 #include <QTabWidget>
 
 #include <sys/resource.h>
@@ -119,19 +119,6 @@ void CCompareRun::writeTables()
     }
 }
 
-QString CCompareRun::unitOf(int nKind) const
-{
-    const QWidget* pGroup = widget<QWidget>(nKind == 0 ? "m_pSOLAGB" : "m_pNOVAGB");
-    for (const QRadioButton* pUnit : pGroup->findChildren<QRadioButton*>())
-    {
-        if (pUnit->isChecked())
-        {
-            return pUnit->text();
-        }
-    }
-    return {};
-}
-
 SLoadedResult CCompareRun::figures(const sAnalysisBase& result) const
 {
     // Reading figures needs no write access: copies share everything.
@@ -141,7 +128,7 @@ SLoadedResult CCompareRun::figures(const sAnalysisBase& result) const
     figures.m_strKind = kindName(record.nAnalysisType);
     figures.m_strSequence = record.strSequenceID;
     figures.m_strName = record.strResultName;
-    figures.m_strUnit = unitOf(record.nAnalysisType);
+    figures.m_strUnit = ShownState::unitOf(*m_pWindow, record.nAnalysisType);
     figures.m_nVertices = record.objMesh.getNumOfVertices();
     figures.m_nTriangles = record.objMesh.getNumOfTriangles();
     figures.m_nVoxels = record.objVolume.getNoOfVoxels();

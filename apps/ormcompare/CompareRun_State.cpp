@@ -4,12 +4,10 @@
 #include "COrmSequenceDataset.h"
 #include "GrowthPlot.h"
 #include "GrowthSeries.h"
-#include "OrmColorTables.h"
 #include "OrmImageFile.h"
+#include "ShownState.h"
 #include "StudyTimes.h"
 
-#include <QAbstractButton>
-#include <QAbstractSlider>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileInfo>
@@ -97,28 +95,9 @@ void CCompareRun::writeGrowth()
 
 SPictureState CCompareRun::state(const QString& strPicture) const
 {
-    SPictureState state;
-    state.m_strVersion = QCoreApplication::applicationVersion();
-    state.m_strPicture = strPicture;
+    SPictureState state = ShownState::of(*m_pWindow, strPicture);
     state.m_lstLook = m_options.m_lstLook;
     state.m_lstRefused = m_lstRefused;
-    for (const sAnalysisBase& result : qAsConst(m_pView->getAnalysisParams()))
-    {
-        state.m_lstResults.append({kindName(result.nAnalysisType), result.strSequenceID, result.strResultName});
-    }
-    const std::array<COrmPalette*, 2> arrPalettes = {m_pView->getSOLAColorPalette(), m_pView->getNOVAColorPalette()};
-    const std::array<bool, 2> arrShown = {m_pView->containsSOLAResults(), m_pView->containsNOVAResults()};
-    for (std::size_t nKind = 0; nKind < arrShown.size(); ++nKind)
-    {
-        if (arrShown.at(nKind))
-        {
-            const COrmPalette& palette = *arrPalettes.at(nKind);
-            state.m_arrKinds.at(nKind) = SKindState{unitOf(static_cast<int>(nKind)), getCTNameForColorTable(palette.colorTableType()),
-                                                    palette.logScale() != 0, palette.imageMin(), palette.imageMax()};
-        }
-    }
-    state.m_bMip = widget<QAbstractButton>("m_pMIPCheck")->isChecked();
-    state.m_nRotation = widget<QAbstractSlider>("m_pThumWheel")->value();
     state.m_strWavelength = m_options.m_strWavelength;
     state.m_strRegion = valueOf(m_options.m_lstLook, QStringLiteral("measure"));
     return state;
@@ -155,12 +134,9 @@ void CCompareRun::compareWithLike()
 void CCompareRun::savePicture(const QString& strFile, const QImage& image, const QString& strShows)
 {
     QImage picture = image;
-    if (!picture.isNull() && !m_pView->getAnalysisParams().isEmpty() &&
-        QFileInfo(strFile).suffix().compare(QLatin1String("png"), Qt::CaseInsensitive) == 0)
+    if (QFileInfo(strFile).suffix().compare(QLatin1String("png"), Qt::CaseInsensitive) == 0)
     {
-        picture.setText(PictureState::softwareKey(),
-                        QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion());
-        picture.setText(PictureState::stateKey(), QString::fromUtf8(PictureState::toJson(state(strShows))));
+        PictureState::sign(picture, state(strShows));
     }
     const QString strWrong = OrmImageFile::write(picture, strFile);
     if (!strWrong.isEmpty())

@@ -1,7 +1,7 @@
 #include "BatchRun.h"
 #include "CompareOptions.h"
 #include "CompareRun.h"
-#include "PictureState.h"
+#include "PictureReader.h"
 #include "StopSignals.h"
 #include "StudyFiles.h"
 #include "VirtualDisplay.h"
@@ -127,7 +127,7 @@ int main(int argc, char* argv[])
     if (!options.m_strLike.isEmpty())
     {
         like.emplace();
-        strWrong = PictureState::fromFile(options.m_strLike, *like);
+        strWrong = PictureReader::fromFile(options.m_strLike, *like);
         if (strWrong.isEmpty())
         {
             strWrong = CompareOptions::takeLook(like->m_lstLook, options);

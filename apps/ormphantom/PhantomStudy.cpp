@@ -248,8 +248,9 @@ bool CPhantomStudy::writeSequence(int nTimePoint, bool bNova, QString& strError)
         if (bNova)
         {
             click.m_strExcitation = result.m_strExcitationFilter;
+            const int nRow = nChannel / 2;
             click.m_strSpotX = QString::number(6.4 + 0.4 * (nChannel % 2), 'f', 2);
-            click.m_strSpotY = QString::number(6.4 + 0.8 * (nChannel / 2), 'f', 2);
+            click.m_strSpotY = QString::number(6.4 + 0.8 * nRow, 'f', 2);
         }
         const QString strClickFolder = strFolder + '/' + strNumber;
         if (!makeFolder(strClickFolder, strError) || !save(strClickFolder + "/ClickInfo.txt", SequenceFiles::clickInfo(click), strError) ||

@@ -96,7 +96,7 @@ bool isAboutWidgets(const QString& strFileName)
     return strFileName.startsWith(QLatin1String("LongitudinalStudyBrowserWnd")) ||
            strFileName.startsWith(QLatin1String("LongitudinalStudyBrowserView")) ||
            strFileName.startsWith(QLatin1String("OrmLongitudinalStudyBrowserPlugin")) ||
-           strFileName.startsWith(QLatin1String("PaletteWalkHost"));
+           strFileName.startsWith(QLatin1String("PaletteWalkHost")) || strFileName.startsWith(QLatin1String("ShownState"));
 }
 
 bool isWidgetHeader(const QString& strName)

@@ -1,4 +1,4 @@
-#include "PictureState.h"
+#include "PictureReader.h"
 
 #include <QFile>
 #include <QImage>
@@ -21,7 +21,7 @@ SPictureState sample()
                                   "--range=1e3:9e4",    "--log",          "--wavelength=620 nm", "--measure=0,0.25,1,1"};
     state.m_lstResults = {{"SOLA", "S1", QString::fromUtf8("Tag  0:\u00a0 \"ü\" \U0001F42D\n\\ 1 mm")}, {"NOVA", "S/2", ""}};
     state.m_lstRefused = {{"SOLA", "S1", "cells"}};
-    state.m_arrKinds.at(0) = SKindState{"photons/sec", "Rainbow", true, 1000.0, 0.1 + 0.2};
+    state.m_arrKinds.at(0) = SKindState{"photons/sec", "Rainbow", true, false, 1000.0, 0.1 + 0.2};
     state.m_bMip = true;
     state.m_nRotation = 30;
     state.m_strWavelength = "620 nm";
@@ -51,6 +51,7 @@ private slots:
     void textIsPlain();
     void damagedStateIsRefused_data();
     void damagedStateIsRefused();
+    void pictureMadeByHandIsRefused();
     void unsuitableFileIsRefused_data();
     void unsuitableFileIsRefused();
 };
@@ -62,11 +63,10 @@ void tst_PictureState::stateSurvivesThePicture()
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
     const SPictureState before = sample();
-    image.setText(PictureState::softwareKey(), "ormcompare 1.2.3");
-    image.setText(PictureState::stateKey(), QString::fromUtf8(PictureState::toJson(before)));
+    PictureState::sign(image, before);
     QVERIFY(image.save(strFile));
     SPictureState after;
-    QCOMPARE(PictureState::fromFile(strFile, after), QString());
+    QCOMPARE(PictureReader::fromFile(strFile, after), QString());
     QCOMPARE(after.m_strVersion, before.m_strVersion);
     QCOMPARE(after.m_strPicture, before.m_strPicture);
     QCOMPARE(after.m_lstLook, before.m_lstLook);
@@ -80,7 +80,8 @@ void tst_PictureState::stateSurvivesThePicture()
     QVERIFY(after.m_arrKinds.at(0) && !after.m_arrKinds.at(1));
     QCOMPARE(after.m_arrKinds.at(0)->m_strUnit, QString("photons/sec"));
     QCOMPARE(after.m_arrKinds.at(0)->m_strColors, QString("Rainbow"));
-    QVERIFY(after.m_arrKinds.at(0)->m_bLog);
+    QVERIFY(after.m_arrKinds.at(0)->m_bReversed);
+    QVERIFY(!after.m_arrKinds.at(0)->m_bLog);
     QVERIFY2(after.m_arrKinds.at(0)->m_fMax == 0.1 + 0.2, "to the last digit");
     QVERIFY(after.m_bMip);
     QCOMPARE(after.m_nRotation, 30);
@@ -131,10 +132,11 @@ void tst_PictureState::damagedStateIsRefused_data()
     QTest::newRow("result is a number") << changed("results", QJsonArray{3});
     QTest::newRow("refused is missing") << changed("refused", QJsonValue());
     QTest::newRow("kinds are a list") << changed("kinds", QJsonArray{});
-    QTest::newRow("kind without a range") << changed("kinds",
-                                                     QJsonObject{{"SOLA", QJsonObject{{"unit", "x"}, {"colors", "y"}, {"log", true}}}});
+    QTest::newRow("kind without a range") << changed(
+        "kinds", QJsonObject{{"SOLA", QJsonObject{{"unit", "x"}, {"colors", "y"}, {"reversed", false}, {"log", true}}}});
     QTest::newRow("range is a text") << changed(
-        "kinds", QJsonObject{{"NOVA", QJsonObject{{"unit", "x"}, {"colors", "y"}, {"log", true}, {"min", "0"}, {"max", 1}}}});
+        "kinds",
+        QJsonObject{{"NOVA", QJsonObject{{"unit", "x"}, {"colors", "y"}, {"reversed", false}, {"log", true}, {"min", "0"}, {"max", 1}}}});
     QTest::newRow("projection is a text") << changed("mip", "yes");
     QTest::newRow("turn of millions") << changed("rotation", 4.0e9);
     QJsonArray lstMany;
@@ -149,7 +151,17 @@ void tst_PictureState::damagedStateIsRefused()
 {
     QFETCH(QByteArray, aJson);
     SPictureState state;
-    QCOMPARE(PictureState::fromJson(aJson, state), QString("its text on how it was made is damaged."));
+    QCOMPARE(PictureReader::fromJson(aJson, state), QString("its text on how it was made is damaged."));
+}
+
+void tst_PictureState::pictureMadeByHandIsRefused()
+{
+    SPictureState byHand = sample();
+    byHand.m_lstLook.clear();
+    SPictureState state;
+    QCOMPARE(PictureReader::fromJson(PictureState::toJson(byHand), state),
+             QString("it was exported from a window by hand; only pictures that ormcompare wrote can be made again."));
+    QVERIFY(state.m_lstResults.isEmpty());
 }
 
 void tst_PictureState::unsuitableFileIsRefused_data()
@@ -216,7 +228,7 @@ void tst_PictureState::unsuitableFileIsRefused()
     QVERIFY(write("huge.png", aHeader + aCrc + aPlain.mid(33)));
     SPictureState state;
     const QString strFile = folder.filePath(strName);
-    const QString strGot = PictureState::fromFile(strFile, state);
+    const QString strGot = PictureReader::fromFile(strFile, state);
     QCOMPARE(strGot, strFile + " cannot be repeated: " + strReason);
 }
 

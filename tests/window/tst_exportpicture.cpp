@@ -3,7 +3,12 @@
 #include "COrmXYPlot.h"
 #include "OrmTestMain.h"
 
+#include <QAbstractSlider>
 #include <QClipboard>
+#include <QComboBox>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 using ExportTest::CExport;
 using WindowTest::call;
@@ -18,6 +23,9 @@ class tst_exportpicture : public QObject
 private slots:
     void activeTabIsWritten_data();
     void activeTabIsWritten();
+    void pictureSaysWhatItShows_data();
+    void pictureSaysWhatItShows();
+    void otherPicturesSayNothing();
     void emptyPlotIsWritten();
     void failureIsLeftToTheExporter_data();
     void failureIsLeftToTheExporter();
@@ -63,6 +71,74 @@ void tst_exportpicture::activeTabIsWritten()
     QImage imgOneColor = imgWritten;
     imgOneColor.fill(imgWritten.pixel(0, 0));
     QVERIFY(imgWritten != imgOneColor);
+}
+
+void tst_exportpicture::pictureSaysWhatItShows_data()
+{
+    QTest::addColumn<int>("nTab");
+    QTest::addColumn<QString>("strName");
+    QTest::addColumn<QString>("strShows");
+    QTest::newRow("view") << 0 << "view.png"
+                          << "view";
+    QTest::newRow("plot, in capitals") << 1 << "plot.PNG"
+                                       << "plot of SOLA Quantification";
+}
+
+void tst_exportpicture::pictureSaysWhatItShows()
+{
+    QFETCH(int, nTab);
+    QFETCH(QString, strName);
+    QFETCH(QString, strShows);
+    CStudy objStudy;
+    CToolWindow objTool;
+    CExport objExport(objTool);
+    objTool.open(objStudy.folder());
+    objTool.chooseSequence(QStringLiteral("SOLA S1"));
+    objTool.load({QStringLiteral("one"), QStringLiteral("two")});
+    objTool.get<QAbstractSlider>("m_pThumWheel")->setValue(40);
+    auto* pTables = objTool.get<QComboBox>("m_pColorTableCB");
+    pTables->setCurrentIndex(pTables->findText(QStringLiteral("Rainbow")));
+    TestWidgets::click(objTool.get<QAbstractButton>("m_pReverseColorMapCheck"));
+    objTool.get<QTabWidget>("m_p3DBrowserTabWidget")->setCurrentIndex(nTab);
+    paint(objTool);
+    objTool.view().settle();
+    objExport.exportBy({{"png", objExport.path(strName)}});
+
+    const QImage imgWritten(objExport.path(strName));
+    QCOMPARE(imgWritten.text(QStringLiteral("Software")),
+             QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion());
+    const QJsonObject objState = QJsonDocument::fromJson(imgWritten.text(QStringLiteral("OrmelleState")).toUtf8()).object();
+    QCOMPARE(objState.keys(), (QStringList{"kinds", "mip", "picture", "results", "rotation", "version"}));
+    QCOMPARE(objState["picture"].toString(), strShows);
+    QCOMPARE(objState["rotation"].toInt(), 40);
+    QCOMPARE(objState["mip"].toBool(), objTool.get<QAbstractButton>("m_pMIPCheck")->isChecked());
+    const QJsonArray objResults = {QJsonObject{{"kind", "SOLA"}, {"sequence", "S1"}, {"name", "one"}},
+                                   QJsonObject{{"kind", "SOLA"}, {"sequence", "S1"}, {"name", "two"}}};
+    QCOMPARE(objState["results"].toArray(), objResults);
+    float afRange[4] = {};
+    objTool.view().getMinMax(&afRange[0], &afRange[1], &afRange[2], &afRange[3]);
+    QVERIFY(afRange[0] < afRange[1]);
+    const QJsonObject objSola = {{"unit", "photons/sec"}, {"colors", "Rainbow"},       {"reversed", true},
+                                 {"log", false},          {"min", double(afRange[0])}, {"max", double(afRange[1])}};
+    QCOMPARE(objState["kinds"].toObject(), (QJsonObject{{"SOLA", objSola}}));
+}
+
+void tst_exportpicture::otherPicturesSayNothing()
+{
+    CStudy objStudy;
+    CToolWindow objTool;
+    CExport objExport(objTool);
+    objTool.open(objStudy.folder());
+    objExport.exportBy({{"png", objExport.path("empty.png")}}); // there is nothing to tell
+    objTool.chooseSequence(QStringLiteral("SOLA S1"));
+    objTool.load({QStringLiteral("one")});
+    objExport.exportBy({{"jpg", objExport.path("view.jpg")}});
+    for (const char* pName : {"empty.png", "view.jpg"})
+    {
+        const QImage imgWritten(objExport.path(QLatin1String(pName)));
+        QVERIFY(!imgWritten.isNull());
+        QCOMPARE(imgWritten.text(QStringLiteral("OrmelleState")), QString());
+    }
 }
 
 void tst_exportpicture::emptyPlotIsWritten()

@@ -7,6 +7,7 @@
 #include "COrmUtilityFns.h"
 #include "ExportFileName.h"
 #include "LongitudinalStudyBrowserView.h"
+#include "ShownState.h"
 
 #include <QClipboard>
 #include <QFileDialog>
@@ -96,6 +97,10 @@ void CLongitudinalStudyBrowserWnd::onClickExportButton()
     }
     // The exporter itself tells the user of a failure.
     QImage imgPrint = getPrintImage();
+    if (ExportFileName::suffix(strPath) == QLatin1String("png"))
+    {
+        ShownState::sign(*this, imgPrint);
+    }
     COrmImageExporter objExporter;
     objExporter.saveImage(imgPrint, strPath);
 }

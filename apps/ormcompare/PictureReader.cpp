@@ -1,4 +1,6 @@
-#include "PictureState.h"
+#include "PictureReader.h"
+
+#include "CompareOptions.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -16,31 +18,7 @@ constexpr int kMaxBytes = 8'000'000;
 constexpr int kMaxResults = 20'000;
 constexpr int kMaxText = 4096;
 
-constexpr std::array<const char*, 2> kKinds = {"SOLA", "NOVA"};
-
-QJsonObject toObject(const SKindState& kind)
-{
-    return {{"unit", kind.m_strUnit}, {"colors", kind.m_strColors}, {"log", kind.m_bLog}, {"min", kind.m_fMin}, {"max", kind.m_fMax}};
-}
-
-/// The same JSON in characters that every reader of pictures hands on as they are: ASCII, without two blanks in a row, which some make one.
-QByteArray plain(const QByteArray& aJson)
-{
-    QByteArray aPlain;
-    for (const QChar character : QString::fromUtf8(aJson))
-    {
-        const bool bSecondBlank = character == QLatin1Char(' ') && aPlain.endsWith(' ');
-        if (bSecondBlank || character.unicode() > 126)
-        {
-            aPlain += "\\u" + QByteArray::number(character.unicode(), 16).rightJustified(4, '0');
-        }
-        else
-        {
-            aPlain += character.toLatin1();
-        }
-    }
-    return aPlain;
-}
+using PictureState::kKinds;
 
 bool isText(const QJsonValue& value)
 {
@@ -84,16 +62,6 @@ bool readResults(const QJsonValue& value, QVector<SResultKey>& lstResults)
     return value.isArray();
 }
 
-QJsonArray toArray(const QVector<SResultKey>& lstResults)
-{
-    QJsonArray array;
-    for (const SResultKey& result : lstResults)
-    {
-        array.append(QJsonObject{{"kind", result.m_strKind}, {"sequence", result.m_strSequence}, {"name", result.m_strName}});
-    }
-    return array;
-}
-
 bool readKinds(const QJsonValue& value, SPictureState& state)
 {
     for (std::size_t nKind = 0; nKind < kKinds.size(); ++nKind)
@@ -104,57 +72,28 @@ bool readKinds(const QJsonValue& value, SPictureState& state)
             continue;
         }
         if (!isText(kind[QLatin1String("unit")]) || !isText(kind[QLatin1String("colors")]) || !kind[QLatin1String("log")].isBool() ||
-            !isNumber(kind[QLatin1String("min")]) || !isNumber(kind[QLatin1String("max")]))
+            !kind[QLatin1String("reversed")].isBool() || !isNumber(kind[QLatin1String("min")]) || !isNumber(kind[QLatin1String("max")]))
         {
             return false;
         }
-        state.m_arrKinds.at(nKind) =
-            SKindState{kind[QLatin1String("unit")].toString(), kind[QLatin1String("colors")].toString(),
-                       kind[QLatin1String("log")].toBool(), kind[QLatin1String("min")].toDouble(), kind[QLatin1String("max")].toDouble()};
+        state.m_arrKinds.at(nKind) = SKindState{kind[QLatin1String("unit")].toString(),   kind[QLatin1String("colors")].toString(),
+                                                kind[QLatin1String("reversed")].toBool(), kind[QLatin1String("log")].toBool(),
+                                                kind[QLatin1String("min")].toDouble(),    kind[QLatin1String("max")].toDouble()};
     }
     return value.isObject();
 }
 } // namespace
 
-QString PictureState::softwareKey()
-{
-    return QStringLiteral("Software");
-}
-
-QString PictureState::stateKey()
-{
-    return QStringLiteral("OrmelleState");
-}
-
-QByteArray PictureState::toJson(const SPictureState& state)
-{
-    QJsonObject kinds;
-    for (std::size_t nKind = 0; nKind < kKinds.size(); ++nKind)
-    {
-        if (state.m_arrKinds.at(nKind))
-        {
-            kinds.insert(QLatin1String(kKinds.at(nKind)), toObject(*state.m_arrKinds.at(nKind)));
-        }
-    }
-    return plain(QJsonDocument(QJsonObject{{"version", state.m_strVersion},
-                                           {"picture", state.m_strPicture},
-                                           {"look", QJsonArray::fromStringList(state.m_lstLook)},
-                                           {"results", toArray(state.m_lstResults)},
-                                           {"refused", toArray(state.m_lstRefused)},
-                                           {"kinds", kinds},
-                                           {"mip", state.m_bMip},
-                                           {"rotation", state.m_nRotation},
-                                           {"wavelength", state.m_strWavelength},
-                                           {"region", state.m_strRegion}})
-                     .toJson(QJsonDocument::Compact));
-}
-
-QString PictureState::fromJson(const QByteArray& aJson, SPictureState& state)
+QString PictureReader::fromJson(const QByteArray& aJson, SPictureState& state)
 {
     state = SPictureState();
     const QString strDamaged = QStringLiteral("its text on how it was made is damaged.");
     const QJsonDocument document = aJson.size() <= kMaxBytes ? QJsonDocument::fromJson(aJson) : QJsonDocument();
     const QJsonObject object = document.object();
+    if (object.contains(QLatin1String("results")) && !object.contains(QLatin1String("look")))
+    {
+        return QStringLiteral("it was exported from a window by hand; only pictures that ormcompare wrote can be made again.");
+    }
     const QJsonValue rotation = object.value(QLatin1String("rotation"));
     for (const char* pszText : {"version", "picture", "wavelength", "region"})
     {
@@ -185,7 +124,7 @@ QString PictureState::fromJson(const QByteArray& aJson, SPictureState& state)
     return {};
 }
 
-QString PictureState::fromFile(const QString& strFile, SPictureState& state)
+QString PictureReader::fromFile(const QString& strFile, SPictureState& state)
 {
     const auto refuse = [&strFile](const QString& strWhy) { return QStringLiteral("%1 cannot be repeated: %2").arg(strFile, strWhy); };
     if (!QFileInfo(strFile).isFile())
@@ -202,7 +141,7 @@ QString PictureState::fromFile(const QString& strFile, SPictureState& state)
     {
         return refuse(QStringLiteral("it is no PNG picture."));
     }
-    const QString strState = reader.text(stateKey());
+    const QString strState = reader.text(PictureState::stateKey());
     if (strState.isEmpty())
     {
         return refuse(QStringLiteral("it does not say how it was made."));
