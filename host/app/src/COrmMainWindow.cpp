@@ -172,7 +172,7 @@ void COrmMainWindow::addToolWindow(QWidget* pWindow)
     m_lstToolWindows.removeAll(nullptr);
     m_lstToolWindows.append(pWindow);
     new COrmListKeys(pWindow);
-    auto* pClose = new QShortcut(COrmSystemMenus::keys(QKeySequence::Close, QKeySequence(Qt::CTRL | Qt::Key_W)), pWindow);
+    auto* pClose = new QShortcut(COrmSystemMenus::keys(QKeySequence::Close, COrmSystemMenus::control(Qt::Key_W)), pWindow);
     pClose->setWhatsThis(tr("Close Window"));
     connect(pClose, &QShortcut::activated, pWindow, &QWidget::close);
     if (auto* pPalette = qobject_cast<COrmBasePalette*>(pWindow))

@@ -112,7 +112,7 @@ void COrmMainWindow::makeFileMenu()
     m_pCompareAction =
         addTo(pFile, tr("Co&mpare Sequence"),
               tr("Open the Longitudinal Study tool with the selected sequence, to compare its saved results"), "actionCompare");
-    m_pCompareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
+    m_pCompareAction->setShortcut(COrmSystemMenus::control(Qt::Key_Return));
     m_pCompareAction->setEnabled(false);
     connect(m_pCompareAction, &QAction::triggered, this, &COrmMainWindow::compare);
     m_pRefreshAction = addTo(pFile, tr("Re&fresh"), tr("Read the selected sequences again, or all if none is selected"), "actionRefresh");
@@ -121,14 +121,14 @@ void COrmMainWindow::makeFileMenu()
     pFile->addSeparator();
 
     m_pCloseAction = addTo(pFile, tr("&Close Sequence"), tr("Close the selected sequences; no file is changed"), "actionClose");
-    m_pCloseAction->setShortcut(COrmSystemMenus::keys(QKeySequence::Close, QKeySequence(Qt::CTRL | Qt::Key_W)));
+    m_pCloseAction->setShortcut(COrmSystemMenus::keys(QKeySequence::Close, COrmSystemMenus::control(Qt::Key_W)));
     connect(m_pCloseAction, &QAction::triggered, this, &COrmMainWindow::closeSelected);
     m_pCloseAllAction = addTo(pFile, tr("Close &All Sequences"), tr("Close all sequences; no file is changed"), "actionCloseAll");
     connect(m_pCloseAllAction, &QAction::triggered, this, [this] { m_pSequences->closeAll(); });
     pFile->addSeparator();
 
     QAction* pQuit = addTo(pFile, tr("&Quit"), tr("Close all windows and end the program"), "actionQuit");
-    pQuit->setShortcut(COrmSystemMenus::keys(QKeySequence::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q)));
+    pQuit->setShortcut(COrmSystemMenus::keys(QKeySequence::Quit, COrmSystemMenus::control(Qt::Key_Q)));
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
 
     m_pToolBar->addAction(pOpen);
@@ -217,7 +217,7 @@ void COrmMainWindow::makeWindowAndHelpMenus()
     m_pNextWindow = new QAction(tr("&Next Window"), this);
     m_pNextWindow->setObjectName(QStringLiteral("actionNextWindow"));
     m_pNextWindow->setStatusTip(tr("Go from this window to the next one"));
-    m_pNextWindow->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F6));
+    m_pNextWindow->setShortcut(COrmSystemMenus::control(Qt::Key_F6));
     m_pNextWindow->setShortcutContext(Qt::ApplicationShortcut);
     connect(m_pNextWindow, &QAction::triggered, this, &COrmMainWindow::activateNextWindow);
     addAction(m_pNextWindow); // also while the menu is being filled

@@ -8,6 +8,7 @@
 #include "COrmPreviewLoader.h"
 #include "COrmSequenceDataset.h"
 #include "COrmSequenceModel.h"
+#include "COrmSystemMenus.h"
 #include "OrmIcons.h"
 
 #include <QHeaderView>
@@ -167,7 +168,7 @@ void COrmSequencePreview::setTool(const QString& strName, const QString& strReas
     const QString strText = strName.isEmpty() ? tr("&Compare") : tr("&Compare in %1").arg(strName);
     m_pCompareButton->setText(strText);
     m_pCompareButton->setToolTip(tr("Open the tool with this sequence selected (%1)")
-                                     .arg(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText)));
+                                     .arg(COrmSystemMenus::control(Qt::Key_Return).toString(QKeySequence::NativeText)));
     updateCompare();
 }
 

@@ -55,7 +55,7 @@ void COrmSystemMenus::addPreferences(QMenu* pMenu)
     QAction* pAction = pMenu->addAction(tr("&Preferences..."), this, &COrmSystemMenus::showPreferences);
     pAction->setObjectName(QStringLiteral("actionPreferences"));
     pAction->setStatusTip(tr("Choose colours, text size, image format, language and the folder where studies are looked for"));
-    pAction->setShortcut(keys(QKeySequence::Preferences, QKeySequence(Qt::CTRL | Qt::Key_Comma)));
+    pAction->setShortcut(keys(QKeySequence::Preferences, control(Qt::Key_Comma)));
 }
 
 void COrmSystemMenus::addThemes(QMenu* pMenu)

@@ -29,6 +29,8 @@ public:
 
     /// The keys for a standard command where the desktop has such, else the given ones.
     static QKeySequence keys(QKeySequence::StandardKey eKey, const QKeySequence& objElse);
+    /// A key with Ctrl.
+    static QKeySequence control(Qt::Key eKey) { return {static_cast<int>(Qt::CTRL) | eKey}; }
 
 private:
     void showPreferences();
