@@ -132,7 +132,9 @@ bool context(const QStringList& lstWords)
 bool entry(const QStringList& lstWords)
 {
     auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    const QList<QAction*> lstEntries = pMenu != nullptr ? pMenu->actions() : QList<QAction*>();
+    if (pMenu == nullptr)
+        return false;
+    const QList<QAction*> lstEntries = pMenu->actions();
     for (QAction* pEntry : lstEntries)
     {
         if (pEntry->text().remove(QLatin1Char('&')) == lstWords.value(1) && pEntry->isEnabled())
