@@ -17,7 +17,7 @@ coverage_report() {
     for object in "$dir"/lib/*.so "$dir"/bin/Plugins/*.so "$dir"/bin/orm*; do
         objects+=(-object "$object")
     done
-    local sources=(-instr-profile="$profile" -ignore-filename-regex="_autogen/|^/usr/|/tests/|/fuzz/|/$dir/" "${objects[@]}")
+    local sources=(-instr-profile="$profile" -ignore-filename-regex="_autogen/|^/usr/|/tests/|/fuzz/|/$dir/[^.]" "${objects[@]}")
     llvm-cov report "${sources[@]}" >"$dir/coverage.txt" 2>"$dir/coverage.log"
     llvm-cov show "${sources[@]}" -format=html -output-dir="$dir/html" 2>>"$dir/coverage.log"
     # The columns: file, then regions, functions, lines and branches, each with how many there are, how many were missed, and per cent.

@@ -48,12 +48,14 @@ struct SBarPlace
     SBarPlace(const CLongitudinalStudyBrowserView& objView, int nKind, bool bTwo)
     {
         const int nHeight = objView.getGLHeight();
+        const int nHalf = nHeight / 2;
+        const int nBox = (nHeight - 10) / 2;
         nColumn = objView.getGLWidth() - 90 + 5 + 15;
         // Two bars are squeezed: each has a box of half the height in a viewport that is 5 pixels lower.
-        const double fSqueeze = bTwo ? static_cast<double>((nHeight - 10) / 2) / (nHeight / 2) : 1.0;
-        const int nStart = bTwo && nKind == 0 ? nHeight / 2 : 0;
+        const double fSqueeze = bTwo ? static_cast<double>(nBox) / nHalf : 1.0;
+        const int nStart = bTwo && nKind == 0 ? nHalf : 0;
         fBottom = nStart + 30.0 * fSqueeze;
-        fTop = nStart + (30.0 + (bTwo ? nHeight / 2 - 40 : nHeight - 45)) * fSqueeze;
+        fTop = nStart + (30.0 + (bTwo ? nHalf - 40 : nHeight - 45)) * fSqueeze;
     }
 
     /// The place on the scale, 0 to 1, of the centre of a row.
@@ -96,8 +98,10 @@ inline SResultDocument plane(int nKind, const QString& strSequenceID, const std:
     const double fUnit = ResultUnits::divisor(nKind, QString(), QString());
     for (int i = 0; i < static_cast<int>(vecValues.size()); ++i)
     {
-        objDocument.vecVoxels.push_back(static_cast<float>(kSpacing * (i % kGrid - kGrid / 2)));
-        objDocument.vecVoxels.push_back(static_cast<float>(kSpacing * (i / kGrid - kGrid / 2)));
+        const int nColumn = i % kGrid - kGrid / 2;
+        const int nRow = i / kGrid - kGrid / 2;
+        objDocument.vecVoxels.push_back(static_cast<float>(kSpacing * nColumn));
+        objDocument.vecVoxels.push_back(static_cast<float>(kSpacing * nRow));
         objDocument.vecVoxels.push_back(0.0f);
         objDocument.vecVoxels.push_back(static_cast<float>(static_cast<double>(vecValues[static_cast<size_t>(i)]) * fUnit));
     }
@@ -108,6 +112,7 @@ inline SResultDocument plane(int nKind, const QString& strSequenceID, const std:
 inline std::vector<float> ramp(float fMin, float fMax)
 {
     std::vector<float> vecValues;
+    vecValues.reserve(kVoxels);
     for (int i = 0; i < kVoxels; ++i)
     {
         vecValues.push_back(fMin + (fMax - fMin) * static_cast<float>(i) / static_cast<float>(kVoxels - 1));

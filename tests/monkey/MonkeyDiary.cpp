@@ -9,7 +9,8 @@
 
 // Plain arrays of characters: a signal handler may touch nothing else.
 
-/// Only there in a build with sanitizers.
+/// Only there in a build with sanitizers, which named it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" void __attribute__((weak)) __sanitizer_set_death_callback(void (*pCallback)());
 
 namespace

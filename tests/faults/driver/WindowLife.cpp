@@ -7,6 +7,8 @@
 #include <QComboBox>
 #include <QTabWidget>
 
+#include <vector>
+
 /// Libraries stay, so that the search can say whose a block is that a drawing library left behind when it was unloaded.
 extern "C" int dlclose(void* pLibrary) noexcept;
 extern "C" int dlclose(void* /*library*/) noexcept
@@ -58,10 +60,10 @@ bool liveOnce()
 void loseMemory()
 {
     constexpr int nBlocks = 100;
+    std::vector<QString*> vecLost; // goes, and leaves what it points to
+    vecLost.reserve(nBlocks);
     for (int i = 0; i < nBlocks; ++i)
     {
-        auto* volatile pLost = new QString(QStringLiteral("lost %1").arg(i));
-        pLost = nullptr;
-        static_cast<void>(pLost);
+        vecLost.push_back(new QString(QStringLiteral("lost %1").arg(i)));
     }
 }
