@@ -32,7 +32,7 @@ QByteArray binaryPly(bool bBig)
     ba += of<qint16>(7, bBig) + of<quint8>(2) + of(0.5F, bBig) + of(0.25F, bBig);
     for (int n = 0; n < 4; ++n)
     {
-        const auto nAt = static_cast<std::size_t>(3 * n);
+        const std::size_t nAt = 3 * static_cast<std::size_t>(n);
         ba += of(static_cast<double>(s_vecVertices[nAt]), bBig) + of<qint8>(static_cast<qint8>(n)) + QByteArray(2 * n, 'x') +
               of(s_vecVertices[nAt + 1], bBig) + of(s_vecVertices[nAt + 2], bBig) + of<qint16>(static_cast<qint16>(-n), bBig) +
               of(0.1F * static_cast<float>(n), bBig);
