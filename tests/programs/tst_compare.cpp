@@ -219,7 +219,8 @@ void tst_Compare::measuredPartsAddUp()
         const SProgramRun run = compare({"--load", "SOLA *mm", "--size", "600x400", "--measure", QString(pszRegion)});
         QVERIFY2(run.m_nExit == 0, qPrintable(run.m_strError));
         QVector<double> lstSelected;
-        for (const QJsonValue& value : report().value("results").toArray())
+        const QJsonArray lstResults = report().value("results").toArray();
+        for (const QJsonValue& value : lstResults)
         {
             lstSelected.append(value.toObject().value("selected_total").toDouble());
         }
