@@ -450,11 +450,11 @@ void tst_results_application::quantificationFollowsTheTable()
     {
         const C3DVolume::Voxel* pShown = objRecord.objVolume.getVoxelByNum(i);
         const C3DVolume::Voxel* pRaw = objRecord.objRawVolume.getVoxelByNum(i);
-        const float fStored = objDocument.vecVoxels[static_cast<size_t>(4 * i + 3)];
+        const float fStored = objDocument.vecVoxels[4 * static_cast<size_t>(i) + 3];
         QCOMPARE(pRaw->fValue, fStored);
         QCOMPARE(pShown->fValue, static_cast<float>(static_cast<double>(fStored) / dDivisor));
-        QCOMPARE(pShown->x, objDocument.vecVoxels[static_cast<size_t>(4 * i)]);
-        QCOMPARE(pShown->z, objDocument.vecVoxels[static_cast<size_t>(4 * i + 2)]);
+        QCOMPARE(pShown->x, objDocument.vecVoxels[4 * static_cast<size_t>(i)]);
+        QCOMPARE(pShown->z, objDocument.vecVoxels[4 * static_cast<size_t>(i) + 2]);
     }
     QCOMPARE(objRecord.objVolume.getAttribMinValue(), static_cast<float>(1.0 / dDivisor));
     QCOMPARE(objRecord.objVolume.getAttribMaxValue(), static_cast<float>(64.0 / dDivisor));
