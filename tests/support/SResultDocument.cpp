@@ -122,8 +122,9 @@ private:
     QByteArray heightMap() const
     {
         std::vector<float> vecPixels;
-        vecPixels.reserve(static_cast<size_t>(m_obj.nMapWidth * m_obj.nMapHeight));
-        for (int i = 0; i < m_obj.nMapWidth * m_obj.nMapHeight; ++i)
+        const int nPixels = m_obj.nMapWidth * m_obj.nMapHeight;
+        vecPixels.reserve(static_cast<size_t>(nPixels));
+        for (int i = 0; i < nPixels; ++i)
         {
             vecPixels.push_back(static_cast<float>(i) * 0.5f);
         }
