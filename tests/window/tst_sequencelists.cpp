@@ -12,7 +12,6 @@
 
 using WindowTest::call;
 using WindowTest::CStudy;
-using WindowTest::SViewNumbers;
 
 namespace
 {

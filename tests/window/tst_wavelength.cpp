@@ -8,11 +8,9 @@
 #include <QLabel>
 #include <QRadioButton>
 
-using WindowTest::call;
 using WindowTest::CStudy;
 using WindowTest::entries;
 using WindowTest::paint;
-using WindowTest::SViewNumbers;
 
 namespace
 {
