@@ -15,6 +15,24 @@ using WindowTest::call;
 using WindowTest::CStudy;
 using WindowTest::paint;
 
+namespace
+{
+/// The window with two results of one sequence.
+class CLoadedTool : public CToolWindow
+{
+public:
+    CLoadedTool()
+    {
+        open(m_objStudy.folder());
+        chooseSequence(QStringLiteral("SOLA S1"));
+        load({QStringLiteral("one"), QStringLiteral("two")});
+    }
+
+private:
+    CStudy m_objStudy;
+};
+} // namespace
+
 /// What of the window gets into files and onto the clipboard.
 class tst_exportpicture : public QObject
 {
@@ -50,12 +68,8 @@ void tst_exportpicture::activeTabIsWritten()
 {
     QFETCH(int, nTab);
     QFETCH(QString, strName);
-    CStudy objStudy;
-    CToolWindow objTool;
+    CLoadedTool objTool;
     CExport objExport(objTool);
-    objTool.open(objStudy.folder());
-    objTool.chooseSequence(QStringLiteral("SOLA S1"));
-    objTool.load({QStringLiteral("one"), QStringLiteral("two")});
     objTool.get<QTabWidget>("m_p3DBrowserTabWidget")->setCurrentIndex(nTab);
     paint(objTool);
     objTool.host().clear();
@@ -89,12 +103,8 @@ void tst_exportpicture::pictureSaysWhatItShows()
     QFETCH(int, nTab);
     QFETCH(QString, strName);
     QFETCH(QString, strShows);
-    CStudy objStudy;
-    CToolWindow objTool;
+    CLoadedTool objTool;
     CExport objExport(objTool);
-    objTool.open(objStudy.folder());
-    objTool.chooseSequence(QStringLiteral("SOLA S1"));
-    objTool.load({QStringLiteral("one"), QStringLiteral("two")});
     objTool.get<QAbstractSlider>("m_pThumWheel")->setValue(40);
     auto* pTables = objTool.get<QComboBox>("m_pColorTableCB");
     pTables->setCurrentIndex(pTables->findText(QStringLiteral("Rainbow")));
